@@ -1,0 +1,35 @@
+// A message box that records every box it is asked to show and answers from
+// a script. With an empty script it answers Cancel when the box has a
+// Cancel button and OK otherwise.
+#pragma once
+
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "platform/services.h"
+
+namespace nxfv {
+
+struct MessageBoxRecord {
+  std::string title;
+  std::string text;
+  int32_t style = 0;
+  bool operator==(const MessageBoxRecord&) const = default;
+};
+
+class SimMessageBox : public MessageBoxService {
+ public:
+  int32_t Show(const std::string& text, int32_t style, const std::string& title) override;
+
+  // Answers for the next boxes, in order.
+  void Script(std::initializer_list<int32_t> answers) { script_.insert(script_.end(), answers); }
+  const std::vector<MessageBoxRecord>& Shown() const { return shown_; }
+  void Clear() { shown_.clear(); }
+
+ private:
+  std::deque<int32_t> script_;
+  std::vector<MessageBoxRecord> shown_;
+};
+
+}  // namespace nxfv
