@@ -2,7 +2,8 @@
 #pragma once
 
 #include "platform/linux/linux_file_system.h"
-#include "platform/linux/linux_services.h"
+#include "platform/linux/linux_locale_time.h"
+#include "platform/linux/linux_shell_services.h"
 #include "platform/platform.h"
 
 namespace nxfv {
