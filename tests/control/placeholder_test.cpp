@@ -1,0 +1,1 @@
+// Keeps the test binary buildable until its first test file lands.
