@@ -21,8 +21,19 @@ bool Variant::IsNumber() const {
   }
 }
 
+const std::string* Variant::StringPtr() const {
+  auto* s = std::get_if<SharedText>(&v_);
+  return s ? s->get() : nullptr;
+}
+
+bool Variant::operator==(const Variant& o) const {
+  if (kind() != o.kind()) return false;
+  if (kind() == Kind::String) return *StringPtr() == *o.StringPtr();
+  return v_ == o.v_;
+}
+
 bool Variant::AsBool() const {
-  if (auto* s = std::get_if<std::string>(&v_)) {
+  if (auto* s = StringPtr()) {
     if (*s == "True" || *s == "true" || *s == "TRUE") return true;
     if (*s == "False" || *s == "false" || *s == "FALSE") return false;
   }
@@ -38,7 +49,7 @@ double Variant::AsDouble() const {
     case Kind::Date: return std::get<DateValue>(v_).days;
     case Kind::String: {
       double d = 0;
-      if (ParseNumericText(std::get<std::string>(v_), NumericSeparators{}, d)) return d;
+      if (ParseNumericText(*StringPtr(), NumericSeparators{}, d)) return d;
       RaiseError(kErrTypeMismatch);
     }
     default:
@@ -62,7 +73,7 @@ std::string Variant::AsString() const {
     case Kind::Long: return std::to_string(std::get<int32_t>(v_));
     case Kind::Double: return FormatDouble(std::get<double>(v_));
     case Kind::Date: return FormatDouble(std::get<DateValue>(v_).days);
-    case Kind::String: return std::get<std::string>(v_);
+    case Kind::String: return *StringPtr();
     case Kind::Object: RaiseError(kErrTypeMismatch);
   }
   return "";

@@ -36,8 +36,8 @@ class Variant {
   Variant(int16_t i) : v_(static_cast<int32_t>(i)) {}
   Variant(double d) : v_(d) {}
   Variant(DateValue d) : v_(d) {}
-  Variant(std::string s) : v_(std::move(s)) {}
-  Variant(const char* s) : v_(std::string(s)) {}
+  Variant(std::string s) : v_(std::make_shared<const std::string>(std::move(s))) {}
+  Variant(const char* s) : v_(std::make_shared<const std::string>(s)) {}
   Variant(ObjectRef o) : v_(std::move(o)) {}
   template <class T, class = std::enable_if_t<std::is_base_of_v<Object, T>>>
   Variant(std::shared_ptr<T> o) : v_(ObjectRef(std::move(o))) {}
@@ -60,17 +60,22 @@ class Variant {
   // Text form: Boolean "True"/"False", numbers in invariant form, dates as
   // their date number, Empty "", Null "". Objects give error 13.
   std::string AsString() const;
-  const std::string* StringPtr() const { return std::get_if<std::string>(&v_); }
+  // The held text, or null when the variant is not a string.
+  const std::string* StringPtr() const;
   ObjectRef AsObject() const;  // null when not an object
   template <class T>
   std::shared_ptr<T> As() const {
     return std::dynamic_pointer_cast<T>(AsObject());
   }
 
-  bool operator==(const Variant& o) const { return v_ == o.v_; }
+  // Same kind and same value (strings by content, objects by identity).
+  bool operator==(const Variant& o) const;
 
  private:
-  std::variant<std::monostate, NullValue, bool, int32_t, double, DateValue, std::string, ObjectRef> v_;
+  // Strings are immutable and shared between copies, which keeps a Variant
+  // at 24 bytes: items hold six of them and a listing makes a million items.
+  using SharedText = std::shared_ptr<const std::string>;
+  std::variant<std::monostate, NullValue, bool, int32_t, double, DateValue, SharedText, ObjectRef> v_;
 };
 
 // Text form of a double as the runtime prints it: up to 15 significant
