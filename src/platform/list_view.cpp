@@ -1,0 +1,176 @@
+#include "platform/list_view.h"
+
+#include <algorithm>
+
+#include "platform/error_state.h"
+#include "platform/numeric_text.h"
+
+namespace nxfv {
+
+namespace {
+uint16_t ReadU16(const std::string& s, size_t at) {
+  return static_cast<uint16_t>(static_cast<unsigned char>(s[at]) | (static_cast<unsigned char>(s[at + 1]) << 8));
+}
+void AppendU16(std::string& s, uint16_t v) {
+  s += static_cast<char>(v & 0xFF);
+  s += static_cast<char>(v >> 8);
+}
+}  // namespace
+
+std::string_view ListRow::SubItem(int32_t index) const {
+  for (size_t at = 0; at + 4 <= packed_.size();) {
+    const uint16_t idx = ReadU16(packed_, at);
+    const uint16_t len = ReadU16(packed_, at + 2);
+    if (idx == index) return std::string_view(packed_).substr(at + 4, len);
+    if (idx > index) break;
+    at += 4 + len;
+  }
+  return {};
+}
+
+bool ListRow::HasSubItem(int32_t index) const {
+  for (size_t at = 0; at + 4 <= packed_.size();) {
+    const uint16_t idx = ReadU16(packed_, at);
+    if (idx == index) return true;
+    if (idx > index) break;
+    at += 4 + ReadU16(packed_, at + 2);
+  }
+  return false;
+}
+
+void ListRow::SetSubItem(int32_t index, std::string_view text) {
+  if (index <= 0 || index > 0xFFFF) RaiseError(kErrInvalidCall);
+  if (text.size() > 0xFFFF) text = text.substr(0, 0xFFFF);
+  std::string out;
+  out.reserve(packed_.size() + text.size() + 4);
+  bool written = false;
+  for (size_t at = 0; at + 4 <= packed_.size();) {
+    const uint16_t idx = ReadU16(packed_, at);
+    const uint16_t len = ReadU16(packed_, at + 2);
+    if (!written && idx >= index) {
+      AppendU16(out, static_cast<uint16_t>(index));
+      AppendU16(out, static_cast<uint16_t>(text.size()));
+      out.append(text);
+      written = true;
+    }
+    if (idx != index) out.append(packed_, at, 4 + len);
+    at += 4 + len;
+  }
+  if (!written) {
+    AppendU16(out, static_cast<uint16_t>(index));
+    AppendU16(out, static_cast<uint16_t>(text.size()));
+    out.append(text);
+  }
+  packed_ = std::move(out);
+}
+
+ListView::ListView() = default;
+
+int32_t ListView::AddColumn(const std::string& key, const std::string& caption, int32_t width) {
+  if (key.empty()) RaiseError(kErrInvalidKey);
+  if (columnIndex_.count(key)) RaiseError(kErrKeyNotUnique);
+  ListColumn c;
+  c.key = key;
+  c.caption = caption;
+  c.width = width;
+  c.order = static_cast<int32_t>(columns_.size());
+  columns_.push_back(std::move(c));
+  const auto index = static_cast<int32_t>(columns_.size() - 1);
+  columnIndex_.emplace(key, index);
+  return index;
+}
+
+void ListView::ClearColumns() {
+  columns_.clear();
+  columnIndex_.clear();
+}
+
+int32_t ListView::FindColumn(std::string_view key) const {
+  auto it = columnIndex_.find(std::string(key));
+  return it == columnIndex_.end() ? -1 : it->second;
+}
+
+int32_t ListView::ColumnIndex(std::string_view key) const {
+  const int32_t i = FindColumn(key);
+  if (i < 0) RaiseError(kErrElementNotFound);
+  return i;
+}
+
+ListRow& ListView::AddRow(const std::string& key, const std::string& text) {
+  if (!key.empty()) {
+    if (IsNumericText(key)) RaiseError(kErrInvalidKey);
+    if (rowIndex_.count(key)) RaiseError(kErrKeyNotUnique);
+  }
+  auto row = std::make_unique<ListRow>();
+  row->key_ = key;
+  row->text_ = text;
+  row->index_ = static_cast<uint32_t>(rows_.size());
+  ListRow* raw = row.get();
+  rows_.push_back(std::move(row));
+  if (!key.empty()) rowIndex_.emplace(std::string_view(raw->key_), raw);
+  return *raw;
+}
+
+ListRow* ListView::FindRow(std::string_view key) {
+  auto it = rowIndex_.find(key);
+  return it == rowIndex_.end() ? nullptr : it->second;
+}
+
+const ListRow* ListView::FindRow(std::string_view key) const {
+  auto it = rowIndex_.find(key);
+  return it == rowIndex_.end() ? nullptr : it->second;
+}
+
+void ListView::Renumber(size_t from) {
+  for (size_t i = from; i < rows_.size(); ++i) rows_[i]->index_ = static_cast<uint32_t>(i);
+}
+
+bool ListView::RemoveRow(size_t index) {
+  if (index >= rows_.size()) return false;
+  if (!rows_[index]->key_.empty()) rowIndex_.erase(rows_[index]->key_);
+  rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(index));
+  Renumber(index);
+  return true;
+}
+
+bool ListView::RemoveRowByKey(std::string_view key) {
+  ListRow* row = FindRow(key);
+  return row && RemoveRow(row->index_);
+}
+
+size_t ListView::RemoveRowsIf(const std::function<bool(const ListRow&)>& remove) {
+  size_t out = 0;
+  for (size_t i = 0; i < rows_.size(); ++i) {
+    if (remove(*rows_[i])) {
+      if (!rows_[i]->key_.empty()) rowIndex_.erase(rows_[i]->key_);
+      rows_[i].reset();
+    } else {
+      if (out != i) rows_[out] = std::move(rows_[i]);
+      rows_[out]->index_ = static_cast<uint32_t>(out);
+      ++out;
+    }
+  }
+  const size_t removed = rows_.size() - out;
+  rows_.resize(out);
+  return removed;
+}
+
+void ListView::ClearRows() {
+  rowIndex_.clear();
+  rows_.clear();
+  topRow_ = -1;
+}
+
+void ListView::Sort(int32_t sortColumn) {
+  sorted_ = true;
+  sortKey_ = sortColumn;
+  auto text = [sortColumn](const ListRow& r) -> std::string_view {
+    return sortColumn == 0 ? std::string_view(r.text_) : r.SubItem(sortColumn);
+  };
+  std::stable_sort(rows_.begin(), rows_.end(), [&](const auto& a, const auto& b) {
+    return text(*a) < text(*b);
+  });
+  Renumber(0);
+}
+
+}  // namespace nxfv

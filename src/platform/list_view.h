@@ -1,0 +1,138 @@
+// The headless list view model that every front end renders.
+//
+// The list view, not the items, is the authority on rows, selection and
+// check marks. Columns have a key, a caption, a width in twips and a display
+// order; column 0 is the row's own text and column k > 0 is sub-item k.
+// Rows have a key, a text, sub-items, an image index, a tag, a selection and
+// a check state.
+//
+// Key rules (the runtime's list view rules):
+//   - row keys are unique (error 35602) and may not be numeric (35603);
+//     an empty key is allowed and not indexed;
+//   - column keys are unique (35602) and may not be empty (35603);
+//   - an unknown column key in a lookup is error 35601.
+// Sorting is ascending by the sort column's text, ordinal (byte) order,
+// stable. Complexity: key lookups O(1) on average; AddRow amortised O(1);
+// RemoveRowsIf O(n) in one pass; Sort O(n log n).
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace nxfv {
+
+struct ListColumn {
+  std::string key;
+  std::string caption;
+  int32_t width = 0;  // twips
+  int32_t order = 0;  // display position, 0-based
+  // Sort indicator shown in the header: 0 none, 1 ascending, 2 descending,
+  // with the column's 1-based priority among the sort columns.
+  int32_t sortIndicator = 0;
+  int32_t sortPriority = 0;
+};
+
+class ListRow {
+ public:
+  const std::string& Key() const { return key_; }
+  const std::string& Text() const { return text_; }
+  void SetText(std::string text) { text_ = std::move(text); }
+  // Text of sub-item index (column index > 0); "" when never set.
+  std::string_view SubItem(int32_t index) const;
+  void SetSubItem(int32_t index, std::string_view text);
+  bool HasSubItem(int32_t index) const;
+  int32_t Image() const { return image_; }
+  void SetImage(int32_t image) { image_ = image; }
+  int64_t Tag() const { return tag_; }
+  void SetTag(int64_t tag) { tag_ = tag; }
+  bool Selected() const { return selected_; }
+  void SetSelected(bool s) { selected_ = s; }
+  bool Checked() const { return checked_; }
+  void SetChecked(bool c) { checked_ = c; }
+  // 0-based position in the view.
+  size_t Index() const { return index_; }
+
+ private:
+  friend class ListView;
+  std::string key_;
+  std::string text_;
+  // Sub-items packed as [uint16 index][uint16 length][bytes]... in index
+  // order: a million rows with a handful of texts each stay small.
+  std::string packed_;
+  int64_t tag_ = 0;
+  int32_t image_ = 0;
+  uint32_t index_ = 0;
+  bool selected_ = false;
+  bool checked_ = false;
+};
+
+enum ViewStyles : int16_t { FvIcon = 0, FvSmallIcon = 1, FvList = 2, FvReport = 3 };
+
+class ListView {
+ public:
+  ListView();
+
+  // Columns.
+  int32_t AddColumn(const std::string& key, const std::string& caption, int32_t width);
+  void ClearColumns();
+  int32_t ColumnCount() const { return static_cast<int32_t>(columns_.size()); }
+  const ListColumn& Column(int32_t index) const { return columns_.at(static_cast<size_t>(index)); }
+  ListColumn& Column(int32_t index) { return columns_.at(static_cast<size_t>(index)); }
+  // Index of the column with key, or -1.
+  int32_t FindColumn(std::string_view key) const;
+  // Index of the column with key; error 35601 "Element not found" if absent.
+  int32_t ColumnIndex(std::string_view key) const;
+  void SetColumnWidth(int32_t index, int32_t width) { Column(index).width = width; }
+
+  // Rows.
+  ListRow& AddRow(const std::string& key, const std::string& text);
+  size_t RowCount() const { return rows_.size(); }
+  ListRow& Row(size_t index) { return *rows_.at(index); }
+  const ListRow& Row(size_t index) const { return *rows_.at(index); }
+  ListRow* FindRow(std::string_view key);
+  const ListRow* FindRow(std::string_view key) const;
+  bool RemoveRow(size_t index);
+  bool RemoveRowByKey(std::string_view key);
+  // Removes every row for which remove(row) is true, in one pass; the
+  // survivors keep their order. Returns the number removed.
+  size_t RemoveRowsIf(const std::function<bool(const ListRow&)>& remove);
+  void ClearRows();
+
+  // Stable ascending sort by the text of column sortColumn (0 = row text).
+  void Sort(int32_t sortColumn);
+  bool Sorted() const { return sorted_; }
+  int32_t SortKey() const { return sortKey_; }
+
+  // View state.
+  bool Visible() const { return visible_; }
+  void SetVisible(bool v) { visible_ = v; }
+  ViewStyles ViewStyle() const { return viewStyle_; }
+  void SetViewStyle(ViewStyles s) { viewStyle_ = s; }
+  // The row scrolled into view last (EnsureVisible), or -1.
+  int64_t TopRow() const { return topRow_; }
+  void EnsureVisible(size_t index) { topRow_ = static_cast<int64_t>(index); }
+  // Painting refreshes asked for; a front end repaints on each.
+  int64_t Refreshes() const { return refreshes_; }
+  void Refresh() { ++refreshes_; }
+
+ private:
+  void Renumber(size_t from);
+
+  std::vector<ListColumn> columns_;
+  std::unordered_map<std::string, int32_t> columnIndex_;
+  std::vector<std::unique_ptr<ListRow>> rows_;
+  std::unordered_map<std::string_view, ListRow*> rowIndex_;  // views into the rows' keys
+  bool sorted_ = false;
+  int32_t sortKey_ = 0;
+  bool visible_ = true;
+  ViewStyles viewStyle_ = FvReport;
+  int64_t topRow_ = -1;
+  int64_t refreshes_ = 0;
+};
+
+}  // namespace nxfv
