@@ -1,0 +1,112 @@
+#include "columns/sort_keys.h"
+
+#include <cmath>
+
+#include "platform/list_view.h"
+#include "platform/utf8.h"
+
+namespace nxfv {
+
+namespace {
+
+bool IsDateColumn(std::string_view k) { return k == "mod" || k == "tim" || k == "cre" || k == "acc"; }
+bool IsSizeColumn(std::string_view k) { return k == "siz" || k == "cmp"; }
+
+// Digits become letters: ascending 0->A .. 9->J, descending 0->J .. 9->A.
+void DigitsToLetters(std::string& s, bool descending) {
+  for (char& c : s)
+    if (c >= '0' && c <= '9') c = descending ? static_cast<char>('J' - (c - '0')) : static_cast<char>('A' + (c - '0'));
+}
+
+std::string LastChars(std::string s, size_t n) { return s.size() > n ? s.substr(s.size() - n) : s; }
+
+}  // namespace
+
+std::string DateSortBody(std::optional<int64_t> seconds, bool descending) {
+  if (!seconds) return {};
+  std::string s = LastChars("000000000000000" + std::to_string(*seconds), 11);
+  DigitsToLetters(s, descending);
+  return s;
+}
+
+std::string SizeSortBody(std::string_view text, bool descending, std::string_view thousands) {
+  char unit = descending ? 'D' : 'A';
+  if (text.find("KB") != std::string_view::npos) unit = descending ? 'C' : 'B';
+  if (text.find("MB") != std::string_view::npos) unit = descending ? 'B' : 'C';
+  if (text.find("GB") != std::string_view::npos) unit = descending ? 'A' : 'D';
+  // The value is the leading number once the digit grouping is taken out:
+  // "1,024 KB" and "1.024 KB" both read 1024. Grouping separators are
+  // skipped wherever they stand, so sizes of a million KB and more keep
+  // their numeric order as well.
+  std::string digits;
+  size_t i = 0;
+  while (i < text.size() && text[i] == ' ') ++i;
+  while (i < text.size()) {
+    if (text[i] >= '0' && text[i] <= '9') {
+      digits += text[i++];
+    } else if (!thousands.empty() && text.substr(i, thousands.size()) == thousands && !digits.empty()) {
+      i += thousands.size();
+    } else if (text[i] == '.' && !digits.empty()) {
+      ++i;  // a stray dot grouping (the classic separator) is skipped as well
+    } else {
+      break;
+    }
+  }
+  while (digits.size() > 1 && digits[0] == '0') digits.erase(0, 1);
+  if (digits.empty()) digits = "0";
+  std::string body = LastChars("000000000000000" + digits, 15);
+  DigitsToLetters(body, descending);
+  return unit + body;
+}
+
+std::string TextSortBody(std::string_view upper, bool descending, size_t keep) {
+  std::string out;
+  out.reserve(keep + 4);
+  size_t count = 0;
+  for (size_t i = 0; i < upper.size() && count < keep; ++count) {
+    const auto b = static_cast<unsigned char>(upper[i]);
+    if (b < 0x80) {
+      char c = static_cast<char>(b);
+      if (descending) {
+        if (c >= '0' && c <= '9') c = static_cast<char>(48 + 57 - c);
+        else if (c >= 'A' && c <= 'Z') c = static_cast<char>(65 + 90 - c);
+      }
+      out += c;
+      ++i;
+    } else {
+      const size_t start = i;
+      DecodeUtf8(upper, i);
+      out.append(upper.substr(start, i - start));
+    }
+  }
+  for (; count < keep; ++count) out += 'A';
+  return out;
+}
+
+std::string BuildRowSortKey(const ListRow& row, std::string_view typeText, const std::vector<SortColumn>& columns,
+                            const SortKeyContext& ctx) {
+  const bool goUp = row.Text() == "..";
+  const bool folder = typeText == "Ordner" || typeText == "Folder";
+  std::string key;
+  key.reserve(columns.size() * 28);
+  for (const SortColumn& col : columns) {
+    if (goUp) key += "  ";
+    else if (folder == col.descending) key += ' ';
+    std::string_view text;
+    if (col.subItem == 0) text = row.Text();
+    else if (col.subItem > 0) text = row.SubItem(col.subItem);
+    if (col.key == "nam") text = row.Text();
+    if (IsDateColumn(col.key)) {
+      key += DateSortBody(ctx.dateSeconds ? ctx.dateSeconds(text) : std::nullopt, col.descending);
+    } else if (IsSizeColumn(col.key)) {
+      key += SizeSortBody(text, col.descending, ctx.thousandsSeparator);
+    } else {
+      const std::string upper = ctx.upper ? ctx.upper(text) : Utf8Upper(text);
+      // The extension column is short by nature: five characters order it.
+      key += TextSortBody(upper, col.descending, col.key == "ext" ? 5 : 26);
+    }
+  }
+  return key;
+}
+
+}  // namespace nxfv
