@@ -1,0 +1,107 @@
+#include "model/file_list_item.h"
+
+#include "model/file_collection.h"
+#include "platform/error_state.h"
+
+namespace nxfv {
+
+void NxFileListItem::Raise(eventbefs mybef, Variant& itemvalue, Variant& Parameter, bool& operationok) {
+  auto listener = listener_.lock();
+  if (!listener) return;
+  std::shared_ptr<NxFileListItem> self = weak_from_this().lock();
+  try {
+    listener->xselitemx(mybef, itemvalue, self, Parameter, operationok);
+  } catch (const std::exception& e) {
+    // The listener is the control's own handler and reports its failures;
+    // whatever still escapes stops here, because an item's lets never fail.
+    RecordException(e);
+  } catch (...) {
+    RecordUnknownException();
+  }
+}
+
+// The handler sees the new value in itemvalue and may answer with another;
+// that answer is what the field keeps.
+static void WriteBack(const Variant& itemvalue, bool& field) {
+  const ErrorState before = CurrentError();
+  try {
+    field = itemvalue.AsBool();
+  } catch (const std::exception&) {
+    // Not a Boolean or a number: the field keeps the value it was set to,
+    // and the conversion's failure leaves no trace in the error state.
+    CurrentError() = before;
+  }
+}
+
+void NxFileListItem::setSelected(bool v) {
+  selected_ = v;
+  Variant itemvalue(v), parameter{std::string()};
+  bool ok = false;
+  Raise(eventbefs::doselect, itemvalue, parameter, ok);
+  WriteBack(itemvalue, selected_);
+}
+
+void NxFileListItem::setChecked(bool v) {
+  checked_ = v;
+  Variant itemvalue(v), parameter{std::string()};
+  bool ok = false;
+  Raise(eventbefs::docheck, itemvalue, parameter, ok);
+  WriteBack(itemvalue, checked_);
+}
+
+void NxFileListItem::setFileName(std::string v) {
+  fileName_ = std::move(v);
+  if (!nameFixed_) nameChanged_ = true;
+}
+
+bool NxFileListItem::ExecuteShellCommand(ItemFileCommands ShellCommand, Variant& Parameter) {
+  // Commands are not run on virtual folders or on entries inside archives.
+  if (listItemTyp_ == typeoffitem::VirtualFolder || archivInfo_.IsInArchive) return false;
+  Variant itemvalue(static_cast<int32_t>(ShellCommand));
+  bool ok = false;
+  Raise(eventbefs::doexebef, itemvalue, Parameter, ok);
+  return ok;
+}
+
+bool NxFileListItem::ExecuteShellCommand(ItemFileCommands ShellCommand) {
+  Variant parameter;  // the optional argument left out
+  return ExecuteShellCommand(ShellCommand, parameter);
+}
+
+Variant NxFileListItem::EnsureVisible() {
+  if (listItemTyp_ == typeoffitem::None) return Variant();
+  Variant itemvalue{std::string()}, parameter{std::string()};
+  bool ok = false;
+  Raise(eventbefs::doensurevisible, itemvalue, parameter, ok);
+  return Variant();
+}
+
+void NxFileListItem::Internal::SetOwner(NxFileListItem& item, const void* identity) {
+  if (item.owner_ == nullptr) item.owner_ = identity;
+}
+
+void NxFileListItem::Internal::SetOwner(NxFileListItem& item, const std::shared_ptr<NxFileCollection>& collection) {
+  if (item.owner_ != nullptr || !collection) return;
+  item.owner_ = collection.get();
+  item.ownerCollection_ = collection;
+}
+
+void NxFileListItem::Internal::StoreObject(NxFileListItem& item, ItemVariantField field, ObjectRef object) {
+  Variant v(std::move(object));
+  switch (field) {
+    case ItemVariantField::DateModified: item.dateModified_ = std::move(v); break;
+    case ItemVariantField::TimeModified: item.timeModified_ = std::move(v); break;
+    case ItemVariantField::DateCreated: item.dateCreated_ = std::move(v); break;
+    case ItemVariantField::TimeCreated: item.timeCreated_ = std::move(v); break;
+    case ItemVariantField::LastAccessed: item.lastAccessed_ = std::move(v); break;
+    case ItemVariantField::DosName: item.dosName_ = std::move(v); break;
+  }
+}
+
+void NxFileListItem::Internal::AnnounceKeyChange(NxFileListItem& item) {
+  auto owner = item.ownerCollection_.lock();
+  if (!owner || owner.get() != item.owner_) return;
+  NxFileCollection::Internal(*owner).AnnounceKeyChange(item.key_, &item);
+}
+
+}  // namespace nxfv

@@ -1,0 +1,275 @@
+// NxFileListItem: the object behind every entry the viewer shows (file,
+// folder, drive, virtual folder, archive entry), with its archive record
+// AInfo.
+//
+// The item never touches the list view. Setting Selected or Checked, and
+// calling EnsureVisible or ExecuteShellCommand, raise the item's one event,
+// xselitemx, on its listener; the control that listens applies the change to
+// the row with the item's Key. An item nobody listens to still stores the
+// new values, so a detached item keeps working as a plain property bag.
+//
+// Fields the host may only read (Key, ArchivInfo) and the marks the control
+// keeps per item are written through NxFileListItem::Internal, which is for
+// the component's own code only.
+//
+// Items are always created through Create(), because the event hands the
+// item itself (a shared_ptr) to the listener.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "platform/variant.h"
+
+namespace nxfv {
+
+class NxFileCollection;
+class NxFileListItem;
+
+enum class typeoffitem : int32_t { None = 0, file = 1, Folder = 2, Drive = 3, VirtualFolder = 4 };
+
+// A bit set: the item stores whatever 32-bit value it is given.
+enum File_Attribute : int32_t {
+  FILE_ATTRIBUTE_READONLY = 1,
+  FILE_ATTRIBUTE_HIDDEN = 2,
+  FILE_ATTRIBUTE_SYSTEM = 4,
+  FILE_ATTRIBUTE_DIRECTORY = 16,
+  FILE_ATTRIBUTE_ARCHIVE = 32,
+  FILE_ATTRIBUTE_NORMAL = 128,
+  FILE_ATTRIBUTE_TEMPORARY = 256,
+  FILE_ATTRIBUTE_COMPRESSED = 2048,
+};
+
+enum class ItemFileCommands : int32_t {
+  IcCopy = 0,
+  IcCut = 1,
+  IcDelete = 2,
+  IcPaste = 3,
+  IcRename = 4,
+  IcCreateShortcut = 5,
+  IcExplore = 6,
+  IcFind = 7,
+  IcOpen = 8,
+  IcPrint = 9,
+  IcProperties = 10,
+  IcEdit = 11,
+};
+
+// What an xselitemx event asks the listener to do.
+enum class eventbefs : int32_t { doselect = 0, doexebef = 1, doensurevisible = 2, docheck = 3 };
+
+// Archive data of one entry; only the archive listing fills it.
+struct AInfo {
+  bool IsInArchive = false;
+  std::string ArchiveExt;
+  int32_t UncompressedSize = 0;
+  int32_t CompressedSize = 0;
+  std::string Ratio;   // already formatted for display
+  std::string HexCRC;  // the CRC as hexadecimal text
+  int32_t flags = 0;
+  int32_t CRC = 0;
+  int32_t Encoded = 0;
+  std::string Method;  // already formatted for display
+  std::string ArchiveSubPath;
+  std::string Comments;
+  std::string Signature;
+  bool operator==(const AInfo&) const = default;
+};
+
+// The listener of one item. Every argument is by reference so that the
+// handler can answer:
+// - itemvalue: the field the event is about (the new Selected or Checked
+//   value, the command of ExecuteShellCommand, "" for EnsureVisible). For
+//   doselect and docheck, whatever the handler leaves in itemvalue is
+//   written back to the item's Selected / Checked field after the event (a
+//   value that is not a Boolean or number leaves the field as it was).
+// - Parameter: the caller's own Parameter of ExecuteShellCommand ("" for
+//   the others); a handler's change reaches the caller.
+// - operationok: starts False; ExecuteShellCommand returns what the handler
+//   leaves in it.
+class NxFileListItemEvents {
+ public:
+  virtual ~NxFileListItemEvents() = default;
+  virtual void xselitemx(eventbefs& mybef, Variant& itemvalue, std::shared_ptr<NxFileListItem>& xitem,
+                         Variant& Parameter, bool& operationok) = 0;
+};
+
+class NxFileListItem : public Object, public std::enable_shared_from_this<NxFileListItem> {
+  struct Passkey {};
+
+ public:
+  explicit NxFileListItem(Passkey) {}
+  // A new item is all-zero: empty strings, 0, False, Empty variants,
+  // ListItemTyp None.
+  static std::shared_ptr<NxFileListItem> Create() { return std::make_shared<NxFileListItem>(Passkey{}); }
+
+  // The one listener; held without keeping it alive. Pointing it elsewhere
+  // (or at nothing) silently drops the previous one.
+  void SetListener(std::weak_ptr<NxFileListItemEvents> listener) { listener_ = std::move(listener); }
+  void ClearListener() { listener_.reset(); }
+
+  typeoffitem ListItemTyp() const { return listItemTyp_; }
+  void setListItemTyp(typeoffitem v) { listItemTyp_ = v; }
+  const std::string& FileTyp() const { return fileTyp_; }
+  void setFileTyp(std::string v) { fileTyp_ = std::move(v); }
+
+  bool Selected() const { return selected_; }
+  // Stores v and raises xselitemx(doselect) on every let, also when the
+  // value does not change: the view re-applies the state.
+  void setSelected(bool v);
+
+  const std::string& Displayname() const { return displayname_; }
+  void setDisplayname(std::string v) { displayname_ = std::move(v); }
+  const std::string& UserDataA() const { return userDataA_; }
+  void setUserDataA(std::string v) { userDataA_ = std::move(v); }
+  const std::string& UserDataB() const { return userDataB_; }
+  void setUserDataB(std::string v) { userDataB_ = std::move(v); }
+
+  bool Checked() const { return checked_; }
+  // Stores v and raises xselitemx(docheck) on every let.
+  void setChecked(bool v);
+
+  // The variant fields return what was stored: a copy of a value, or the
+  // stored object reference itself.
+  const Variant& DosName() const { return dosName_; }
+  void setDosName(Variant v) { dosName_ = std::move(v); }
+  File_Attribute Attributes() const { return attributes_; }
+  void setAttributes(File_Attribute v) { attributes_ = v; }
+  void setAttributes(int32_t v) { attributes_ = static_cast<File_Attribute>(v); }
+  const Variant& LastAccessed() const { return lastAccessed_; }
+  void setLastAccessed(Variant v) { lastAccessed_ = std::move(v); }
+  const Variant& TimeCreated() const { return timeCreated_; }
+  void setTimeCreated(Variant v) { timeCreated_ = std::move(v); }
+  const Variant& DateCreated() const { return dateCreated_; }
+  void setDateCreated(Variant v) { dateCreated_ = std::move(v); }
+  const Variant& TimeModified() const { return timeModified_; }
+  void setTimeModified(Variant v) { timeModified_ = std::move(v); }
+  const Variant& DateModified() const { return dateModified_; }
+  void setDateModified(Variant v) { dateModified_ = std::move(v); }
+
+  // Signed 32-bit: sizes of 2 GiB and more are stored as the listing
+  // clamps them (2147483647).
+  int32_t FileSize() const { return fileSize_; }
+  void setFileSize(int32_t v) { fileSize_ = v; }
+  const std::string& Extension() const { return extension_; }
+  void setExtension(std::string v) { extension_ = std::move(v); }
+  const std::string& Path() const { return path_; }
+  void setPath(std::string v) { path_ = std::move(v); }
+
+  const std::string& Key() const { return key_; }
+  AInfo ArchivInfo() const { return archivInfo_; }  // always a copy
+
+  const std::string& FileName() const { return fileName_; }
+  // Stores the name; unless the name-fixed mark is set, sets the
+  // name-changed mark.
+  void setFileName(std::string v);
+
+  // Raises xselitemx(doexebef) with itemvalue = the command and Parameter =
+  // the caller's Parameter, and returns the handler's operationok. Nothing
+  // is raised, and false returned, for virtual folders and archive entries.
+  bool ExecuteShellCommand(ItemFileCommands ShellCommand, Variant& Parameter);
+  bool ExecuteShellCommand(ItemFileCommands ShellCommand);
+  // Raises xselitemx(doensurevisible) unless ListItemTyp is None. Always
+  // returns Empty.
+  Variant EnsureVisible();
+
+  // Operations for the component's own code (listings, the control). The
+  // host never calls these.
+  class Internal;
+
+ private:
+  // Raises the event if anyone listens. Handler failures are recorded in
+  // the thread's error state and do not escape: lets never fail.
+  void Raise(eventbefs mybef, Variant& itemvalue, Variant& Parameter, bool& operationok);
+
+  std::weak_ptr<NxFileListItemEvents> listener_;
+  std::weak_ptr<NxFileCollection> ownerCollection_;
+  const void* owner_ = nullptr;
+
+  std::string key_;
+  std::string fileName_;
+  AInfo archivInfo_;
+  std::string path_;
+  std::string extension_;
+  std::string displayname_;
+  std::string userDataA_;
+  std::string userDataB_;
+  std::string fileTyp_;
+  Variant dateModified_, timeModified_, dateCreated_, timeCreated_, lastAccessed_;
+  Variant dosName_;
+  int32_t spareNumber_ = 0;
+  int32_t driveTag_ = 0;
+  int32_t fileSize_ = 0;
+  File_Attribute attributes_ = static_cast<File_Attribute>(0);
+  typeoffitem listItemTyp_ = typeoffitem::None;
+  bool nameFixed_ = false;
+  bool nameChanged_ = false;
+  bool listed_ = false;
+  bool foundInPass_ = false;
+  bool checked_ = false;
+  bool selected_ = false;
+};
+
+// The variant fields that an internal store may fill with an object
+// reference.
+enum class ItemVariantField { DateModified, TimeModified, DateCreated, TimeCreated, LastAccessed, DosName };
+
+class NxFileListItem::Internal {
+ public:
+  static void SetKey(NxFileListItem& item, std::string key) { item.key_ = std::move(key); }
+
+  // The owner is set once: later calls leave the first owner. The identity
+  // form is for owners that are not collections (the control); the
+  // collection form also lets AnnounceKeyChange reach the collection.
+  static void SetOwner(NxFileListItem& item, const void* identity);
+  static void SetOwner(NxFileListItem& item, const std::shared_ptr<NxFileCollection>& collection);
+  static const void* Owner(const NxFileListItem& item) { return item.owner_; }
+
+  // Without raising xselitemx.
+  static void SetSelectedSilently(NxFileListItem& item, bool v) { item.selected_ = v; }
+  static void SetCheckedSilently(NxFileListItem& item, bool v) { item.checked_ = v; }
+
+  // True once the control has put the item into the list view.
+  static bool Listed(const NxFileListItem& item) { return item.listed_; }
+  static void SetListed(NxFileListItem& item, bool v) { item.listed_ = v; }
+  // Set by the folder refresh on every item it meets again in one pass.
+  static bool FoundInPass(const NxFileListItem& item) { return item.foundInPass_; }
+  static void SetFoundInPass(NxFileListItem& item, bool v) { item.foundInPass_ = v; }
+
+  static int32_t DriveTag(const NxFileListItem& item) { return item.driveTag_; }
+  static void SetDriveTag(NxFileListItem& item, int32_t v) { item.driveTag_ = v; }
+  static int32_t SpareNumber(const NxFileListItem& item) { return item.spareNumber_; }
+  static void SetSpareNumber(NxFileListItem& item, int32_t v) { item.spareNumber_ = v; }
+  static bool NameFixed(const NxFileListItem& item) { return item.nameFixed_; }
+  static void SetNameFixed(NxFileListItem& item, bool v) { item.nameFixed_ = v; }
+  static bool NameChanged(const NxFileListItem& item) { return item.nameChanged_; }
+  static void SetNameChanged(NxFileListItem& item, bool v) { item.nameChanged_ = v; }
+
+  // One setter per AInfo field.
+  static void SetIsInArchive(NxFileListItem& item, bool v) { item.archivInfo_.IsInArchive = v; }
+  static void SetArchiveExt(NxFileListItem& item, std::string v) { item.archivInfo_.ArchiveExt = std::move(v); }
+  static void SetUncompressedSize(NxFileListItem& item, int32_t v) { item.archivInfo_.UncompressedSize = v; }
+  static void SetCompressedSize(NxFileListItem& item, int32_t v) { item.archivInfo_.CompressedSize = v; }
+  static void SetRatio(NxFileListItem& item, std::string v) { item.archivInfo_.Ratio = std::move(v); }
+  static void SetHexCRC(NxFileListItem& item, std::string v) { item.archivInfo_.HexCRC = std::move(v); }
+  static void SetFlags(NxFileListItem& item, int32_t v) { item.archivInfo_.flags = v; }
+  static void SetCRC(NxFileListItem& item, int32_t v) { item.archivInfo_.CRC = v; }
+  static void SetEncoded(NxFileListItem& item, int32_t v) { item.archivInfo_.Encoded = v; }
+  static void SetMethod(NxFileListItem& item, std::string v) { item.archivInfo_.Method = std::move(v); }
+  static void SetArchiveSubPath(NxFileListItem& item, std::string v) {
+    item.archivInfo_.ArchiveSubPath = std::move(v);
+  }
+  static void SetComments(NxFileListItem& item, std::string v) { item.archivInfo_.Comments = std::move(v); }
+  static void SetSignature(NxFileListItem& item, std::string v) { item.archivInfo_.Signature = std::move(v); }
+
+  // Stores the reference itself; the field's get returns it.
+  static void StoreObject(NxFileListItem& item, ItemVariantField field, ObjectRef object);
+
+  // Asks the owning collection, when the owner is a collection that still
+  // exists, to announce the entry stored under the item's Key (its
+  // GenericEvent). Nothing otherwise.
+  static void AnnounceKeyChange(NxFileListItem& item);
+};
+
+}  // namespace nxfv
