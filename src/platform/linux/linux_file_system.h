@@ -1,5 +1,9 @@
-// Real Linux file system: getdents64/readdir + statx enumeration mapped to
-// find-data records, statfs volume names, positioned reads.
+// Real Linux file system: getdents64 + statx enumeration mapped to find-data
+// records, statfs volume names, positioned reads.
+//
+// Paths and names are UTF-8 text; names that are not valid UTF-8 are shown
+// with "\xHH" escapes (file_name_escape.h) and every member taking a path
+// decodes them again before calling the OS.
 #pragma once
 
 #include "platform/services.h"
@@ -8,11 +12,28 @@ namespace nxfv {
 
 class LinuxFileSystem : public FileSystemService {
  public:
+  // Streams every entry except "." and ".." to visit, in directory order,
+  // without collecting them: one statx per entry (without following a
+  // symbolic link), plus one stat of the target for symbolic links; the
+  // folder's .hidden file is read once. An entry that vanishes between
+  // the read and its statx is skipped; one that cannot be examined (a
+  // folder readable but not searchable) is reported with its type only,
+  // zero times and size. False when the folder cannot be opened or its
+  // first read fails; a read error later ends the enumeration early (true).
   bool Enumerate(const std::string& folder, const Visitor& visit) override;
+  // The entry itself (a symbolic link is not followed), same attribute
+  // rules; trailing "/" ignored. False when it does not exist.
   bool GetAttributes(const std::string& path, uint32_t& attributes) override;
+  // statfs of root: "FAT", "ext4", "tmpfs", ... or "unknown" for a file
+  // system not in the table. False when root does not exist.
   bool VolumeFileSystemName(const std::string& root, std::string& name) override;
+  // $TMPDIR or "/tmp", with a trailing "/".
   std::string TempPath() override;
+  // Null for a missing file or a folder. Size is taken at open.
   std::unique_ptr<RandomAccessFile> OpenForRead(const std::string& path) override;
+  // Creates or truncates the file in place (links and permissions of an
+  // existing file are kept). False on any failure; the file may then be
+  // left incomplete.
   bool WriteWholeFile(const std::string& path, const std::string& bytes) override;
   std::optional<std::string> ReadWholeFile(const std::string& path) override;
 };

@@ -1,10 +1,14 @@
 #include "platform/linux/linux_platform.h"
 
-#include <cstdlib>
 #include <pwd.h>
 #include <unistd.h>
 
-#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+#include "platform/linux/file_name_escape.h"
+#include "platform/linux/mount_table.h"
 
 namespace nxfv {
 
@@ -13,21 +17,19 @@ LinuxPlatform::LinuxPlatform() = default;
 std::vector<std::string> LinuxPlatform::Drives() {
   // Mount points the user can read, from the kernel's mount table.
   std::vector<std::string> drives;
-  if (FILE* f = std::fopen("/proc/self/mounts", "r")) {
-    char dev[4096], dir[4096];
-    while (std::fscanf(f, "%4095s %4095s %*s %*s %*d %*d\n", dev, dir) == 2) {
-      std::string d = dir;
-      if (access(d.c_str(), R_OK | X_OK) == 0) drives.push_back(d);
-    }
-    std::fclose(f);
-  }
+  std::ifstream in("/proc/self/mounts", std::ios::binary);
+  std::ostringstream text;
+  if (in) text << in.rdbuf();
+  for (const std::string& point : ParseMountPoints(text.str()))
+    if (access(point.c_str(), R_OK | X_OK) == 0) drives.push_back(EscapeFileName(point));
   if (drives.empty()) drives.push_back("/");
   return drives;
 }
 
 std::string LinuxPlatform::DefaultStartFolder() {
-  if (const char* home = std::getenv("HOME"); home && *home) return home;
-  if (const passwd* pw = getpwuid(getuid()); pw && pw->pw_dir) return pw->pw_dir;
+  if (const char* home = std::getenv("HOME"); home != nullptr && *home != '\0') return EscapeFileName(home);
+  if (const passwd* pw = getpwuid(getuid()); pw != nullptr && pw->pw_dir != nullptr && *pw->pw_dir != '\0')
+    return EscapeFileName(pw->pw_dir);
   return "/";
 }
 

@@ -8,26 +8,55 @@
 
 namespace nxfv {
 
-// Type names from the shared-mime-info database.
+class IconTable;
+class MimeDatabase;
+
+// The classes-root registry as the type-name lookup uses it, answered from
+// the shared-mime-info database:
+//   "." + extension -> the MIME type (".txt" -> "text/plain")
+//   a MIME type     -> its English comment ("plain text document")
+// False for anything the database does not know.
 class LinuxMimeTypes : public TypeRegistryService {
  public:
+  // database: null = the process-wide MimeDatabase::Shared().
+  explicit LinuxMimeTypes(MimeDatabase* database = nullptr) : database_(database) {}
   bool ClassesRootDefault(const std::string& key, std::string& value) override;
+
+ private:
+  MimeDatabase* database_;
 };
 
-// A process-wide table: each distinct icon name gets a stable index.
+// System icon indexes from the process-wide IconTable. The icon name is
+// "folder" for a folder; for a file the generic icon of its extension's
+// MIME type, "application-x-executable" for an executable without a known
+// type, else "application-x-generic". With kShgfiUseFileAttributes only the
+// name and the attributes decide; otherwise the path is examined (links
+// followed) and a missing path gives 0.
 class LinuxIcons : public IconService {
  public:
+  explicit LinuxIcons(MimeDatabase* database = nullptr, IconTable* table = nullptr)
+      : database_(database), table_(table) {}
   int32_t SysIconIndex(const std::string& path, uint32_t attributes, uint32_t flags) override;
+
+ private:
+  MimeDatabase* database_;
+  IconTable* table_;
 };
 
 // Hands every box to a host-supplied handler; by default prints
 // "nxfv: [TITLE] TEXT" on standard error and answers as a box without a
-// user would (Cancel where there is one, OK otherwise).
+// user would: the button that goes on least (Cancel, No, Abort), else OK.
 class LinuxMessageBox : public MessageBoxService {
  public:
   using Handler = std::function<int32_t(const std::string& text, int32_t style, const std::string& title)>;
   int32_t Show(const std::string& text, int32_t style, const std::string& title) override;
   void SetHandler(Handler h) { handler_ = std::move(h); }
+
+  // The one line written for a box: line breaks shown as "\n", CR dropped.
+  static std::string FormatLine(const std::string& text, const std::string& title);
+  // The answer of a box nobody can press: Cancel where the style has one,
+  // No for Yes/No, Abort for Abort/Retry/Ignore, OK otherwise.
+  static int32_t UnattendedAnswer(int32_t style);
 
  private:
   Handler handler_;
@@ -42,6 +71,5 @@ class LinuxUi : public UiService {
  private:
   int32_t pointer_ = 0;
 };
-
 
 }  // namespace nxfv

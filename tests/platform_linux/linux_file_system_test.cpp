@@ -1,0 +1,272 @@
+// LinuxFileSystem on real temporary folders.
+#include "platform/linux/linux_file_system.h"
+
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <sys/wait.h>
+
+#include <cstring>
+#include <functional>
+#include <map>
+
+#include "platform/linux/file_name_escape.h"
+#include "temp_dir.h"
+
+namespace nxfv {
+namespace {
+
+using nxfv::testing::TempDir;
+
+std::map<std::string, FindData> ListAll(LinuxFileSystem& fs, const std::string& folder) {
+  std::map<std::string, FindData> entries;
+  const bool ok = fs.Enumerate(folder, [&](const FindData& d) {
+    EXPECT_TRUE(entries.emplace(d.name, d).second) << "reported twice: " << d.name;
+    return true;
+  });
+  EXPECT_TRUE(ok) << folder;
+  return entries;
+}
+
+uint64_t SizeOf(const FindData& d) { return (uint64_t{d.sizeHigh} << 32) | d.sizeLow; }
+
+class LinuxFileSystemTest : public ::testing::Test {
+ protected:
+  void SetUp() override { ASSERT_TRUE(dir.ok()); }
+  TempDir dir;
+  LinuxFileSystem fs;
+};
+
+TEST_F(LinuxFileSystemTest, EnumerateMapsEveryKindOfEntry) {
+  ASSERT_TRUE(dir.WriteFile("plain.txt", "hello"));
+  ASSERT_TRUE(dir.WriteFile("locked.txt", "x", 0444));
+  ASSERT_TRUE(dir.WriteFile("secret.txt"));
+  ASSERT_TRUE(dir.WriteFile(".hidden", "secret.txt\nsecret-dir\nnot-there\n"));
+  ASSERT_TRUE(dir.MakeDir("folder"));
+  ASSERT_TRUE(dir.MakeDir("secret-dir"));
+  ASSERT_TRUE(dir.MakeDir("locked-dir", 0555));
+  ASSERT_EQ(symlink("plain.txt", (dir / "link-file").c_str()), 0);
+  ASSERT_EQ(symlink("folder", (dir / "link-dir").c_str()), 0);
+  ASSERT_EQ(symlink("nowhere", (dir / "link-dangling").c_str()), 0);
+  ASSERT_EQ(symlink("loop-b", (dir / "loop-a").c_str()), 0);
+  ASSERT_EQ(symlink("loop-a", (dir / "loop-b").c_str()), 0);
+  ASSERT_EQ(mkfifo((dir / "fifo").c_str(), 0644), 0);
+  {
+    const int s = socket(AF_UNIX, SOCK_STREAM, 0);
+    ASSERT_GE(s, 0);
+    sockaddr_un addr{};
+    addr.sun_family = AF_UNIX;
+    const std::string socketPath = dir / "sock";
+    ASSERT_LT(socketPath.size(), sizeof addr.sun_path);
+    std::memcpy(addr.sun_path, socketPath.c_str(), socketPath.size() + 1);
+    ASSERT_EQ(bind(s, reinterpret_cast<sockaddr*>(&addr), sizeof addr), 0);
+    close(s);
+  }
+
+  const auto entries = ListAll(fs, dir.path());
+  struct Case {
+    const char* name;
+    uint32_t attributes;
+  } cases[] = {
+      {"plain.txt", kAttrNormal},
+      {"locked.txt", kAttrReadOnly},
+      {"secret.txt", kAttrHidden},
+      {".hidden", kAttrNormal},
+      {"folder", kAttrDirectory},
+      {"secret-dir", kAttrDirectory | kAttrHidden},
+      {"locked-dir", kAttrDirectory | kAttrReadOnly},
+      {"link-file", kAttrReparsePoint},
+      {"link-dir", kAttrReparsePoint | kAttrDirectory},
+      {"link-dangling", kAttrReparsePoint},
+      {"loop-a", kAttrReparsePoint},
+      {"loop-b", kAttrReparsePoint},
+      {"fifo", kAttrSystem},
+      {"sock", kAttrSystem},
+  };
+  EXPECT_EQ(entries.size(), std::size(cases)) << "\".\" and \"..\" are not reported";
+  for (const Case& c : cases) {
+    const auto it = entries.find(c.name);
+    ASSERT_NE(it, entries.end()) << c.name;
+    EXPECT_EQ(it->second.attributes, c.attributes) << c.name;
+    EXPECT_EQ(it->second.shortName, "") << c.name;
+    uint32_t single = 0;
+    EXPECT_TRUE(fs.GetAttributes(dir / c.name, single)) << c.name;
+    EXPECT_EQ(single, c.attributes) << "GetAttributes of " << c.name;
+  }
+  EXPECT_EQ(SizeOf(entries.at("plain.txt")), 5u);
+}
+
+TEST_F(LinuxFileSystemTest, EnumerateReportsTheThreeTimes) {
+  ASSERT_TRUE(dir.WriteFile("f"));
+  const timespec times[2] = {{1600000000, 123456789}, {1500000000, 987654321}};  // access, write
+  ASSERT_EQ(utimensat(AT_FDCWD, (dir / "f").c_str(), times, AT_SYMLINK_NOFOLLOW), 0);
+  const FindData f = ListAll(fs, dir.path()).at("f");
+  constexpr uint64_t k1970 = 116444736000000000ull;
+  EXPECT_EQ(f.lastAccessTime, k1970 + 16000000000000000ull + 1234567);
+  EXPECT_EQ(f.lastWriteTime, k1970 + 15000000000000000ull + 9876543);
+  // Birth time when the file system keeps one (just now), else the write time.
+  if (f.creationTime != f.lastWriteTime) {
+    const uint64_t now = k1970 + static_cast<uint64_t>(time(nullptr)) * 10000000ull;
+    EXPECT_LE(f.creationTime, now + 10000000ull);
+    EXPECT_GE(f.creationTime + 600 * 10000000ull, now);
+  }
+}
+
+TEST_F(LinuxFileSystemTest, SizesAbove4GiBSplitIntoHighAndLow) {
+  const uint64_t size = (uint64_t{5} << 32) + 7;  // sparse: takes no disk space
+  ASSERT_TRUE(dir.WriteFile("big.bin"));
+  ASSERT_EQ(truncate((dir / "big.bin").c_str(), static_cast<off_t>(size)), 0);
+  const FindData big = ListAll(fs, dir.path()).at("big.bin");
+  EXPECT_EQ(big.sizeHigh, 5u);
+  EXPECT_EQ(big.sizeLow, 7u);
+  auto file = fs.OpenForRead(dir / "big.bin");
+  ASSERT_NE(file, nullptr);
+  EXPECT_EQ(file->Size(), size);
+  char byte = 'x';
+  EXPECT_EQ(file->ReadAt(size - 1, &byte, 1), 1u);
+  EXPECT_EQ(byte, '\0');
+}
+
+TEST_F(LinuxFileSystemTest, NamesThatAreNotUtf8AreEscapedAndOpenAgain) {
+  const std::string raw = "caf\xE9.txt";
+  ASSERT_TRUE(dir.WriteFile(raw, "latin-1"));
+  ASSERT_TRUE(dir.WriteFile("a\\xC3", "look-alike"));  // a valid name that looks escaped
+  const auto entries = ListAll(fs, dir.path());
+  ASSERT_EQ(entries.count("caf\\xE9.txt"), 1u);
+  ASSERT_EQ(entries.count("a\\x5CxC3"), 1u);
+  for (const auto& [name, content] : {std::pair<std::string, std::string>{"caf\\xE9.txt", "latin-1"},
+                                      {"a\\x5CxC3", "look-alike"}}) {
+    const std::string path = EscapeFileName(dir.path()) + "/" + name;
+    EXPECT_EQ(fs.ReadWholeFile(path).value_or("?"), content) << name;
+    uint32_t attributes = 0;
+    EXPECT_TRUE(fs.GetAttributes(path, attributes)) << name;
+    EXPECT_NE(fs.OpenForRead(path), nullptr) << name;
+  }
+  // An escaped folder name enumerates too.
+  ASSERT_TRUE(dir.MakeDir("d\xFF"));
+  ASSERT_TRUE(dir.WriteFile("d\xFF/inner"));
+  EXPECT_EQ(ListAll(fs, dir.path() + "/d\\xFF").count("inner"), 1u);
+}
+
+TEST_F(LinuxFileSystemTest, EnumerateStopsWhenTheVisitorSaysSo) {
+  for (int i = 0; i < 10; ++i) ASSERT_TRUE(dir.WriteFile("f" + std::to_string(i)));
+  int seen = 0;
+  EXPECT_TRUE(fs.Enumerate(dir.path(), [&](const FindData&) { return ++seen < 3; }));
+  EXPECT_EQ(seen, 3);
+}
+
+TEST_F(LinuxFileSystemTest, WhatCannotBeEnumeratedOrFoundAnswersFalse) {
+  ASSERT_TRUE(dir.WriteFile("file"));
+  ASSERT_EQ(symlink("missing", (dir / "dangling").c_str()), 0);
+  const auto never = [](const FindData&) {
+    ADD_FAILURE() << "visited";
+    return true;
+  };
+  for (const std::string& path : {dir / "missing", dir / "file", dir / "dangling", std::string()})
+    EXPECT_FALSE(fs.Enumerate(path, never)) << path;
+  uint32_t attributes = 99;
+  EXPECT_FALSE(fs.GetAttributes(dir / "missing", attributes));
+  EXPECT_FALSE(fs.GetAttributes("", attributes));
+  EXPECT_EQ(attributes, 99u);
+  EXPECT_TRUE(fs.GetAttributes(dir.path() + "/", attributes)) << "a trailing slash is ignored";
+  EXPECT_EQ(attributes, kAttrDirectory);
+  EXPECT_TRUE(fs.GetAttributes("/", attributes));
+}
+
+// Runs check as an unprivileged user (in a child process when we are root,
+// since root ignores folder permissions); true when it returned true.
+bool AsUnprivilegedUser(const std::function<bool()>& check) {
+  if (geteuid() != 0) return check();
+  const pid_t child = fork();
+  if (child == 0) {
+    const bool dropped = setgid(65534) == 0 && setuid(65534) == 0;
+    _exit(dropped && check() ? 0 : 1);
+  }
+  int status = 0;
+  return child > 0 && waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+TEST_F(LinuxFileSystemTest, UnsearchableFolderStillListsNamesWithoutDetails) {
+  ASSERT_TRUE(dir.MakeDir("d"));
+  ASSERT_TRUE(dir.WriteFile("d/f"));
+  ASSERT_TRUE(dir.MakeDir("d/sub"));
+  ASSERT_TRUE(dir.MakeDir("closed"));
+  ASSERT_EQ(chmod(dir.path().c_str(), 0755), 0);
+  ASSERT_EQ(chmod((dir / "d").c_str(), 0444), 0);  // readable, not searchable
+  ASSERT_EQ(chmod((dir / "closed").c_str(), 0000), 0);
+  const std::string d = dir / "d", closed = dir / "closed";
+  EXPECT_TRUE(AsUnprivilegedUser([&] {
+    std::map<std::string, FindData> seen;
+    const bool listed = fs.Enumerate(d, [&](const FindData& e) { return seen.emplace(e.name, e).second; });
+    return listed && seen.size() == 2 && seen["f"].attributes == kAttrNormal && seen["f"].lastWriteTime == 0 &&
+           seen["sub"].attributes == kAttrDirectory &&
+           !fs.Enumerate(closed, [](const FindData&) { return true; });
+  }));
+}
+
+TEST_F(LinuxFileSystemTest, VolumeNames) {
+  std::string name;
+  EXPECT_TRUE(fs.VolumeFileSystemName("/proc", name));
+  EXPECT_EQ(name, "proc");
+  EXPECT_TRUE(fs.VolumeFileSystemName(dir.path(), name));
+  EXPECT_FALSE(name.empty());
+  EXPECT_FALSE(fs.VolumeFileSystemName(dir / "missing", name));
+  EXPECT_FALSE(fs.VolumeFileSystemName("", name));
+}
+
+TEST_F(LinuxFileSystemTest, TempPathEndsWithASlash) {
+  const char* saved = getenv("TMPDIR");
+  const std::string restore = saved != nullptr ? saved : "";
+  struct Case {
+    const char* tmpdir;  // null = unset
+    const char* expected;
+  } cases[] = {{nullptr, "/tmp/"}, {"", "/tmp/"}, {"/var/tmp", "/var/tmp/"}, {"/x/", "/x/"}};
+  for (const Case& c : cases) {
+    if (c.tmpdir != nullptr) setenv("TMPDIR", c.tmpdir, 1);
+    else unsetenv("TMPDIR");
+    EXPECT_EQ(fs.TempPath(), c.expected) << (c.tmpdir ? c.tmpdir : "(unset)");
+  }
+  if (saved != nullptr) setenv("TMPDIR", restore.c_str(), 1);
+  else unsetenv("TMPDIR");
+}
+
+TEST_F(LinuxFileSystemTest, PositionedReadsStopAtTheEnd) {
+  ASSERT_TRUE(dir.WriteFile("data", "0123456789"));
+  auto file = fs.OpenForRead(dir / "data");
+  ASSERT_NE(file, nullptr);
+  EXPECT_EQ(file->Size(), 10u);
+  struct Case {
+    uint64_t offset;
+    size_t n;
+    std::string expected;
+  } cases[] = {
+      {0, 4, "0123"}, {6, 4, "6789"}, {8, 5, "89"}, {10, 1, ""}, {11, 1, ""}, {0, 0, ""},
+      {UINT64_MAX, 1, ""}, {uint64_t{1} << 63, 1, ""},
+  };
+  for (const Case& c : cases) {
+    std::string buffer(c.n, '#');
+    const size_t got = file->ReadAt(c.offset, buffer.data(), c.n);
+    EXPECT_EQ(buffer.substr(0, got), c.expected) << "offset " << c.offset << " n " << c.n;
+  }
+  EXPECT_EQ(fs.OpenForRead(dir / "missing"), nullptr);
+  EXPECT_EQ(fs.OpenForRead(dir.path()), nullptr) << "a folder is not a file";
+}
+
+TEST_F(LinuxFileSystemTest, WholeFilesWriteReplaceAndReadBack) {
+  const std::string path = dir / "whole.txt";
+  const std::string binary("a\0b\xFF", 4);
+  EXPECT_TRUE(fs.WriteWholeFile(path, "first version, longer"));
+  EXPECT_TRUE(fs.WriteWholeFile(path, binary));
+  EXPECT_EQ(fs.ReadWholeFile(path), binary);
+  EXPECT_TRUE(fs.WriteWholeFile(path, ""));
+  EXPECT_EQ(fs.ReadWholeFile(path), "");
+  EXPECT_FALSE(fs.WriteWholeFile(dir / "no-such-folder/x", "x"));
+  EXPECT_FALSE(fs.WriteWholeFile(dir.path(), "x"));
+  EXPECT_EQ(fs.ReadWholeFile(dir / "missing"), std::nullopt);
+  EXPECT_EQ(fs.ReadWholeFile(dir.path()), std::nullopt);
+  // Files whose size the kernel does not know up front read to the end.
+  EXPECT_NE(fs.ReadWholeFile("/proc/self/status").value_or(""), "");
+}
+
+}  // namespace
+}  // namespace nxfv

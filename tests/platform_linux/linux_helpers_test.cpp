@@ -1,0 +1,95 @@
+// The pure mapping rules of the Linux backend: attributes, file times,
+// .hidden parsing, volume names, the mount table.
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "platform/linux/file_attributes.h"
+#include "platform/linux/hidden_names.h"
+#include "platform/linux/mount_table.h"
+#include "platform/linux/volume_names.h"
+#include "platform/services.h"
+
+namespace nxfv {
+namespace {
+
+TEST(MapAttributes, EachKindOfEntryGetsItsBits) {
+  struct Case {
+    const char* what;
+    EntryFacts facts;
+    uint32_t expected;
+  } cases[] = {
+      {"regular file", {S_IFREG | 0644}, kAttrNormal},
+      {"read-only file", {S_IFREG | 0444}, kAttrReadOnly},
+      {"group-writable only", {S_IFREG | 0464}, kAttrReadOnly},
+      {"hidden file", {S_IFREG | 0644, false, true}, kAttrHidden},
+      {"compressed file", {S_IFREG | 0644, false, false, true}, kAttrCompressed},
+      {"folder", {S_IFDIR | 0755}, kAttrDirectory},
+      {"read-only hidden folder", {S_IFDIR | 0555, false, true}, kAttrDirectory | kAttrReadOnly | kAttrHidden},
+      {"link to file", {S_IFLNK | 0777}, kAttrReparsePoint},
+      {"link to folder", {S_IFLNK | 0777, true}, kAttrReparsePoint | kAttrDirectory},
+      {"FIFO", {S_IFIFO | 0644}, kAttrSystem},
+      {"socket", {S_IFSOCK | 0755}, kAttrSystem},
+      {"character device", {S_IFCHR | 0666}, kAttrSystem},
+      {"block device", {S_IFBLK | 0660}, kAttrSystem},
+      {"read-only FIFO", {S_IFIFO | 0444}, kAttrSystem | kAttrReadOnly},
+  };
+  for (const Case& c : cases) EXPECT_EQ(MapAttributes(c.facts), c.expected) << c.what;
+}
+
+TEST(UnixTimeToFileTime, ConvertsAtTheRangeEnds) {
+  struct Case {
+    int64_t seconds;
+    uint32_t nanoseconds;
+    uint64_t expected;
+  } cases[] = {
+      {0, 0, 116444736000000000ull},                    // 1970-01-01
+      {0, 999, 116444736000000009ull},                  // nanoseconds / 100, truncated
+      {1700000000, 123456789, 133444736001234567ull},
+      {-11644473600, 0, 0},                             // 1601-01-01 itself
+      {-11644473601, 0, 0},                             // before 1601: clamped
+      {INT64_MIN, 0, 0},
+      {INT64_MAX, 999999999, UINT64_MAX},               // past the range: clamped
+  };
+  for (const Case& c : cases)
+    EXPECT_EQ(UnixTimeToFileTime(c.seconds, c.nanoseconds), c.expected) << c.seconds << "." << c.nanoseconds;
+}
+
+TEST(HiddenNames, ParsesOneRawNamePerLine) {
+  HiddenNames hidden;
+  EXPECT_FALSE(hidden.Contains("a"));
+  hidden.Parse("secret\r\nnotes.txt\n\n caf\xE9 \nlast");
+  for (const char* name : {"secret", "notes.txt", " caf\xE9 ", "last"}) EXPECT_TRUE(hidden.Contains(name)) << name;
+  for (const char* name : {"", "Secret", "caf\xE9", "notes", "secret\r"}) EXPECT_FALSE(hidden.Contains(name)) << name;
+  hidden.Parse("");
+  EXPECT_TRUE(hidden.empty());
+}
+
+TEST(FileSystemNameForMagic, NamesTheCommonFileSystems) {
+  struct Case {
+    uint64_t magic;
+    const char* name;
+  } cases[] = {
+      {0x4d44, "FAT"},      {0x2011BAB0, "FAT"},    {0xEF53, "ext4"},    {0x01021994, "tmpfs"},
+      {0x794c7630, "overlay"}, {0x9123683E, "btrfs"}, {0x58465342, "xfs"}, {0x6969, "nfs"},
+      {0x65735546, "fuse"}, {0x9fa0, "proc"},       {0x12345678, "unknown"},
+      {0xFFFFFFFF9123683Eull, "btrfs"},  // f_type sign-extended
+  };
+  for (const Case& c : cases) EXPECT_EQ(FileSystemNameForMagic(c.magic), c.name) << std::hex << c.magic;
+}
+
+TEST(ParseMountPoints, DecodesEscapesAndDropsDuplicates) {
+  const char* mounts =
+      "proc /proc proc rw 0 0\n"
+      "/dev/vda / ext4 rw 0 0\n"
+      "tmpfs /dev/shm tmpfs rw 0 0\n"
+      "/dev/sdb1 /media/My\\040Disk vfat rw 0 0\n"
+      "/dev/sdb2 /media/tab\\011and\\134slash ext4 rw 0 0\n"
+      "tmpfs /dev/shm tmpfs rw 0 0\n"
+      "broken-line\n"
+      "none relative tmpfs rw 0 0";
+  const std::vector<std::string> expected = {"/proc", "/", "/dev/shm", "/media/My Disk", "/media/tab\tand\\slash"};
+  EXPECT_EQ(ParseMountPoints(mounts), expected);
+}
+
+}  // namespace
+}  // namespace nxfv

@@ -1,0 +1,141 @@
+// Icons, the message box and the platform's drive list and start folder.
+#include "platform/linux/linux_shell_services.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+
+#include "platform/linux/icon_table.h"
+#include "platform/linux/linux_platform.h"
+#include "platform/linux/mime_database.h"
+#include "temp_dir.h"
+
+namespace nxfv {
+namespace {
+
+using nxfv::testing::TempDir;
+
+TEST(IconTable, IndexesAreStableAndStartAtOne) {
+  IconTable table;
+  EXPECT_EQ(table.IndexOf("folder"), 1);
+  EXPECT_EQ(table.IndexOf("application-x-generic"), 2);
+  EXPECT_EQ(table.IndexOf(""), 0);
+  const int32_t fresh = table.IndexOf("my-new-icon");
+  EXPECT_EQ(fresh, static_cast<int32_t>(table.size()));
+  EXPECT_EQ(table.IndexOf("my-new-icon"), fresh);
+  EXPECT_EQ(table.NameOf(fresh), "my-new-icon");
+  for (int32_t bad : {0, -1, fresh + 1}) EXPECT_EQ(table.NameOf(bad), "") << bad;
+}
+
+class LinuxIconsTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(dir.ok());
+    ASSERT_TRUE(dir.MakeDir("sub"));
+    ASSERT_TRUE(dir.WriteFile("notes.txt"));
+    ASSERT_TRUE(dir.WriteFile("tool", "", 0755));
+    ASSERT_TRUE(dir.WriteFile("data", "", 0644));
+    ASSERT_TRUE(dir.WriteFile("run.sh", "", 0755));
+    ASSERT_EQ(symlink("sub", (dir / "link-to-sub").c_str()), 0);
+  }
+  std::string IconName(const std::string& path, uint32_t attributes, uint32_t flags) {
+    const int32_t index = icons.SysIconIndex(path, attributes, flags);
+    return index == 0 ? "(none)" : table.NameOf(index);
+  }
+  TempDir dir;
+  IconTable table;
+  LinuxIcons icons{nullptr, &table};
+};
+
+TEST_F(LinuxIconsTest, IconNamesByAttributesOrByTheFileItself) {
+  constexpr uint32_t kByPath = kShgfiSysIconIndex | kShgfiSmallIcon;
+  constexpr uint32_t kByAttributes = kByPath | kShgfiUseFileAttributes;
+  struct Case {
+    std::string path;
+    uint32_t attributes;
+    uint32_t flags;
+    const char* icon;
+  } cases[] = {
+      {"/nowhere/x.txt", kAttrNormal, kByAttributes, "text-x-generic"},
+      {"/nowhere/X.TXT", kAttrNormal, kByAttributes, "text-x-generic"},
+      {"/nowhere/pic.png", kAttrNormal, kByAttributes, "image-x-generic"},
+      {"/nowhere/x.bin", kAttrNormal, kByAttributes, "application-x-generic"},
+      {"/nowhere/noext", kAttrNormal, kByAttributes, "application-x-generic"},
+      {"/nowhere/dir.d", kAttrDirectory, kByAttributes, "folder"},
+      {dir / "sub", kAttrNormal, kByPath, "folder"},         // the disk decides, not the attributes
+      {dir / "link-to-sub", 0, kByPath, "folder"},
+      {dir / "notes.txt", kAttrDirectory, kByPath, "text-x-generic"},
+      {dir / "tool", 0, kByPath, "application-x-executable"},
+      {dir / "data", 0, kByPath, "application-x-generic"},
+      {dir / "run.sh", 0, kByPath, "text-x-script"},          // a known type keeps its icon
+      {dir / "missing.txt", kAttrNormal, kByPath, "(none)"},
+      {"", 0, kByPath, "(none)"},
+  };
+  for (const Case& c : cases) EXPECT_EQ(IconName(c.path, c.attributes, c.flags), c.icon) << c.path;
+}
+
+TEST_F(LinuxIconsTest, OneIndexPerIconName) {
+  const uint32_t flags = kShgfiSysIconIndex | kShgfiUseFileAttributes;
+  const int32_t txt = icons.SysIconIndex("a.txt", kAttrNormal, flags);
+  EXPECT_NE(txt, 0);
+  EXPECT_EQ(icons.SysIconIndex("b.log", kAttrNormal, flags), txt) << "both are generic text";
+  EXPECT_EQ(icons.SysIconIndex("a.txt", kAttrNormal, flags), txt);
+  EXPECT_EQ(icons.SysIconIndex("d", kAttrDirectory, flags), table.IndexOf("folder"));
+}
+
+TEST(LinuxMessageBox, PrintsOneLineAndAnswersForNobody) {
+  EXPECT_EQ(LinuxMessageBox::FormatLine("Error: 53. File not found", ".LoadFiles"),
+            "nxfv: [.LoadFiles] Error: 53. File not found");
+  EXPECT_EQ(LinuxMessageBox::FormatLine("one\r\ntwo\nthree", ""), "nxfv: [] one\\ntwo\\nthree");
+  struct Case {
+    int32_t style;
+    int32_t answer;
+  } cases[] = {
+      {kMbOkOnly, kAnswerOk},
+      {kMbOkCancel, kAnswerCancel},
+      {kMbRetryCancel | kMbCritical, kAnswerCancel},
+      {kMbYesNoCancel | kMbQuestion, kAnswerCancel},
+      {kMbYesNo, kAnswerNo},
+      {kMbAbortRetryIgnore, kAnswerAbort},
+      {kMbInformation, kAnswerOk},
+  };
+  for (const Case& c : cases) EXPECT_EQ(LinuxMessageBox::UnattendedAnswer(c.style), c.answer) << c.style;
+}
+
+TEST(LinuxMessageBox, WritesToStandardErrorUnlessAHandlerTakesOver) {
+  LinuxMessageBox box;
+  ::testing::internal::CaptureStderr();
+  EXPECT_EQ(box.Show("Error: 5.\nbad", kMbRetryCancel | kMbCritical, "Add item 457"), kAnswerCancel);
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(), "nxfv: [Add item 457] Error: 5.\\nbad\n");
+
+  std::string seen;
+  box.SetHandler([&](const std::string& text, int32_t style, const std::string& title) {
+    seen = title + "|" + text + "|" + std::to_string(style);
+    return kAnswerRetry;
+  });
+  ::testing::internal::CaptureStderr();
+  EXPECT_EQ(box.Show("t", kMbRetryCancel, "T"), kAnswerRetry);
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
+  EXPECT_EQ(seen, "T|t|5");
+}
+
+TEST(LinuxPlatform, DrivesAndStartFolder) {
+  LinuxPlatform platform;
+  const std::vector<std::string> drives = platform.Drives();
+  ASSERT_FALSE(drives.empty());
+  EXPECT_NE(std::find(drives.begin(), drives.end(), "/"), drives.end());
+  for (const std::string& d : drives) EXPECT_EQ(d.front(), '/') << d;
+
+  const char* saved = getenv("HOME");
+  const std::string restore = saved != nullptr ? saved : "";
+  setenv("HOME", "/home/someone", 1);
+  EXPECT_EQ(platform.DefaultStartFolder(), "/home/someone");
+  setenv("HOME", "/home/caf\xE9", 1);
+  EXPECT_EQ(platform.DefaultStartFolder(), "/home/caf\\xE9");
+  unsetenv("HOME");
+  EXPECT_FALSE(platform.DefaultStartFolder().empty()) << "from the password database";
+  if (saved != nullptr) setenv("HOME", restore.c_str(), 1);
+}
+
+}  // namespace
+}  // namespace nxfv
