@@ -117,24 +117,6 @@ TEST_F(MadeUpMimeDatabase, LoadsOnceUnderConcurrentFirstUse) {
   for (auto& t : threads) t.join();
 }
 
-TEST(MimeDatabaseHelpers, XmlTextAndTypeNames) {
-  struct Case {
-    const char* xml;
-    const char* text;
-  } cases[] = {
-      {"a &amp; b", "a & b"},          {"&quot;&apos;", "\"'"},      {"&#65;&#x42;", "AB"},
-      {"&#0;&#xD800;&#x110000;", "&#0;&#xD800;&#x110000;"},          // not characters: kept
-      {"&unknown; &", "&unknown; &"}, {"&#12a;", "&#12a;"},
-  };
-  for (const Case& c : cases) EXPECT_EQ(DecodeXmlText(c.xml), c.text) << c.xml;
-  EXPECT_EQ(FirstPlainComment("<comment xml:lang=\"x\">no</comment><comment>yes</comment>"), "yes");
-  EXPECT_EQ(FirstPlainComment("<comment>unterminated"), "");
-  for (const char* good : {"text/plain", "application/vnd.ms-excel", "image/svg+xml"})
-    EXPECT_TRUE(IsMimeTypeName(good)) << good;
-  for (const char* bad : {"", "text", "/plain", "text/", "../x", "text/.x", "a/b/c", "text/pl ain"})
-    EXPECT_FALSE(IsMimeTypeName(bad)) << bad;
-}
-
 // The installed shared-mime-info database, through the registry service.
 TEST(LinuxMimeTypes, AnswersTypeNamesFromTheSystemDatabase) {
   LinuxMimeTypes types;

@@ -56,6 +56,8 @@ bool ParseInt(std::string_view text, int& value) {
   return true;
 }
 
+std::string FirstPlainComment(std::string_view xml);
+
 // Records type's comment for every <mime-type type="..."> of a package file.
 void CollectPackageComments(std::string_view xml, std::unordered_map<std::string, std::string>& out) {
   constexpr std::string_view kOpen = "<mime-type type=\"";
@@ -71,8 +73,8 @@ void CollectPackageComments(std::string_view xml, std::unordered_map<std::string
   }
 }
 
-}  // namespace
-
+// Decodes the five XML entities and numeric character references; anything
+// else stays as written.
 std::string DecodeXmlText(std::string_view text) {
   std::string out;
   out.reserve(text.size());
@@ -111,6 +113,7 @@ std::string DecodeXmlText(std::string_view text) {
   return out;
 }
 
+// The text of the first <comment> without attributes (the English one).
 std::string FirstPlainComment(std::string_view xml) {
   constexpr std::string_view kOpen = "<comment>";
   const size_t start = xml.find(kOpen);
@@ -121,6 +124,8 @@ std::string FirstPlainComment(std::string_view xml) {
   return DecodeXmlText(xml.substr(textStart, end - textStart));
 }
 
+// A well-formed "media/subtype"; also keeps paths built from it inside the
+// database folders.
 bool IsMimeTypeName(std::string_view text) {
   std::string_view media, sub;
   if (!SplitAt(text, '/', media, sub) || media.empty() || sub.empty()) return false;
@@ -131,6 +136,8 @@ bool IsMimeTypeName(std::string_view text) {
     if (!IsTypeChar(c)) return false;
   return true;
 }
+
+}  // namespace
 
 MimeDatabase::MimeDatabase(std::vector<std::string> dataDirs) {
   for (std::string& dir : dataDirs) {

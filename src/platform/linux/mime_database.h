@@ -73,14 +73,4 @@ class MimeDatabase {
   std::unordered_map<std::string, std::string> packageComments_;
 };
 
-// Helpers of the database, exposed for tests.
-// Decodes the five XML entities and numeric character references.
-std::string DecodeXmlText(std::string_view text);
-// The text of the first <comment> element without attributes in xml
-// (the English one); "" when there is none.
-std::string FirstPlainComment(std::string_view xml);
-// Whether text is a well-formed "media/subtype" (also keeps paths built
-// from it inside the database).
-bool IsMimeTypeName(std::string_view text);
-
 }  // namespace nxfv
