@@ -1,0 +1,87 @@
+#include "archive/archive_reader.h"
+
+#include <limits>
+
+#include "archive/reader_steps.h"
+
+namespace nxfv {
+
+namespace archive_detail {
+
+void StepRunner::Report(int32_t line) {
+  const std::string text = CurrentError().description + "\r\n" + "in cArchive." + procedure_ + " component " +
+                           "at line " + std::to_string(line);
+  platform_.MessageBox().Show(text, kMbOkOnly, kArchiveBoxTitle);
+  // Going on with the next step starts from a clean error state.
+  ClearError();
+}
+
+int32_t AddPosition(int32_t a, int32_t b) {
+  const int64_t sum = static_cast<int64_t>(a) + b;
+  if (sum > std::numeric_limits<int32_t>::max() || sum < std::numeric_limits<int32_t>::min()) {
+    RaiseError(kErrOverflow);
+  }
+  return static_cast<int32_t>(sum);
+}
+
+size_t ReadRecord(WindowedFile& file, int32_t position, std::span<uint8_t> buffer) {
+  if (position < 0 || buffer.empty()) return 0;
+  return file.ReadAt(static_cast<uint64_t>(position), buffer.data(), buffer.size());
+}
+
+bool TextFieldReader::Read(WindowedFile& file, int32_t position, int32_t length) {
+  if (length < 0) RaiseError(kErrInvalidCall);
+  const size_t n = static_cast<size_t>(length);
+  if (!(zeros_ && bytes_.size() == n)) bytes_.assign(n, 0);
+  const size_t got = ReadRecord(file, position, bytes_);
+  if (got == 0 && zeros_ && decoded_ && decodedBytes_.size() == n) return false;  // zeros again
+  zeros_ = got == 0;
+  if (decoded_ && bytes_ == decodedBytes_) return false;
+  decodedBytes_ = bytes_;
+  const std::string text = DecodeArchiveText(bytes_, codePage_);
+  decoded_ = true;
+  if (text == text_) return false;
+  text_ = text;
+  return true;
+}
+
+}  // namespace archive_detail
+
+cArchive::cArchive(PlatformRef platform) : platform_(platform ? std::move(platform) : ActivePlatformRef()) {}
+
+// Non-owning: the aliasing constructor with an empty owner.
+cArchive::cArchive(Platform& platform) : platform_(PlatformRef(), &platform) {}
+
+void cArchive::GetInfo() {
+  try {
+    if (ArchiveExt == "cab" || ArchiveExt == ".cab") {
+      GetCab();
+    } else if (ArchiveExt == "zip" || ArchiveExt == ".zip") {
+      GetZip();
+    }
+  } catch (const std::exception& e) {
+    // The readers trap every step; this only guards their set-up.
+    RecordException(e);
+  } catch (...) {
+    RecordUnknownException();
+  }
+}
+
+int32_t cArchive::ChangeVolProc(const std::string& sArcName, int32_t lMode) {
+  (void)sArcName;
+  (void)lMode;
+  return 1;
+}
+
+int32_t cArchive::ProcessDataProc(int32_t lAddr, int32_t lSize) {
+  (void)lAddr;
+  (void)lSize;
+  return 1;
+}
+
+int32_t cArchive::NotificationReceipt(int32_t wParam, int32_t lParam) {
+  if (listener_) listener_->noti(wParam, lParam);
+  return 0;
+}
+
+}  // namespace nxfv

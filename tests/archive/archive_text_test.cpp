@@ -1,0 +1,75 @@
+#include "archive/archive_text.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/date.h"
+#include "platform/sim/sim_services.h"
+#include "platform/utf8.h"
+
+namespace nxfv {
+namespace {
+
+std::string Decode(const std::string& raw, LegacyCodePage cp) {
+  return DecodeArchiveText(std::span(reinterpret_cast<const uint8_t*>(raw.data()), raw.size()), cp);
+}
+
+TEST(ArchiveTextTest, DecodesThroughTheLegacyCodePageOnlyWhenNotUtf8) {
+  struct Case {
+    std::string raw;
+    LegacyCodePage cp;
+    std::string expected;
+  };
+  const Case cases[] = {
+      {"plain.txt", LegacyCodePage::kCp437, "plain.txt"},
+      {std::string("a\0b", 3), LegacyCodePage::kCp437, std::string("a\0b", 3)},
+      {"\xC3\xA9", LegacyCodePage::kCp437, "é"},           // valid UTF-8 wins
+      {"\xC3", LegacyCodePage::kCp437, "├"},               // truncated sequence
+      {"\xC0\x80", LegacyCodePage::kCp437, "└Ç"},          // overlong NUL is not UTF-8
+      {"\xED\xA0\x80", LegacyCodePage::kWindows1252, "í\xC2\xA0€"},  // surrogate
+      {"\x80\x8D\x9F\xFF", LegacyCodePage::kWindows1252, "€\xC2\x8DŸÿ"},
+      {"\x80\xFF", LegacyCodePage::kCp437, "Ç\xC2\xA0"},
+  };
+  for (const Case& c : cases) {
+    const std::string got = Decode(c.raw, c.cp);
+    EXPECT_EQ(got, c.expected) << c.raw;
+    EXPECT_TRUE(IsValidUtf8(got)) << c.raw;
+  }
+  // Every single byte decodes to valid text in both code pages.
+  for (int b = 0; b < 256; ++b) {
+    const std::string raw(1, static_cast<char>(b));
+    EXPECT_TRUE(IsValidUtf8(Decode(raw, LegacyCodePage::kCp437))) << b;
+    EXPECT_TRUE(IsValidUtf8(Decode(raw, LegacyCodePage::kWindows1252))) << b;
+  }
+}
+
+TEST(ArchiveTextTest, SplitsAtLastSlashElseLastBackslash) {
+  struct Case {
+    const char* stored;
+    const char* path;
+    const char* name;
+  };
+  const Case cases[] = {
+      {"plain", "", "plain"},         {"docs/a.txt", "docs/", "a.txt"}, {"docs/", "docs/", ""},
+      {"a\\b\\c.txt", "a\\b\\", "c.txt"}, {"a\\b/c\\d", "a\\b/", "c\\d"},  {"/", "/", ""},
+      {"", "", ""},
+  };
+  for (const Case& c : cases) {
+    std::string path = "old", name = "old";
+    SplitArchiveName(c.stored, path, name);
+    EXPECT_EQ(path, c.path) << c.stored;
+    EXPECT_EQ(name, c.name) << c.stored;
+  }
+}
+
+TEST(ArchiveTextTest, DateValueKeepsLocalTimeAndSubstitutesInvalidDates) {
+  SimTime time;  // its time-zone offset must not show
+  EXPECT_DOUBLE_EQ(ArchiveDateValue(time, (44 << 9) | (3 << 5) | 15, (10 << 11) | (30 << 5) | 21),
+                   DateSerial(2024, 3, 15, 10, 30, 42));
+  EXPECT_DOUBLE_EQ(ArchiveDateValue(time, 0, 0), DateSerial(1980, 1, 1, 3, 0, 0));
+  EXPECT_DOUBLE_EQ(ArchiveDateValue(time, 0, 0), static_cast<double>(kInvalidDosDateMs) / 86400000.0 - 109205.0);
+  EXPECT_DOUBLE_EQ(ArchiveDateValue(time, (127 << 9) | (12 << 5) | 31, (23 << 11) | (59 << 5) | 29),
+                   DateSerial(2107, 12, 31, 23, 59, 58));
+}
+
+}  // namespace
+}  // namespace nxfv
