@@ -231,6 +231,10 @@ class NxFileCollection::Internal {
   // "Item. Invalid datatype.", "Item. Key not found."; a position outside
   // gives Empty without a message.
   Variant Item(const Variant& positionOrKey) { return c_.InternalItem(positionOrKey); }
+  // The item leaves its position and ends at the target position: `to`
+  // (AddBeforePosition), `to` + 1 (AddAfterPosition, at most the last), the
+  // first (BeginningOfCollection) or the last (any other option; `to` is
+  // then not looked at); the items in between shift by one.
   // Refused while an item enumerator lives: "Move Item. Move not allowed
   // while in For...Each loop."; also "Move Item. Invalid datatype.", "Move
   // Item. Key not found.", "Move Item. 9", "Move Item. Undefined error.".
