@@ -7,12 +7,14 @@
 namespace nxfv {
 
 bool SimTime::FileTimeToLocalFileTime(uint64_t utc, uint64_t& local) {
+  // Unsigned arithmetic with explicit range checks: file times use the whole
+  // 64-bit range, and a shift past either end fails like the real call.
+  local = 0;
   const int64_t shift = static_cast<int64_t>(offsetMinutes_) * 600000000LL;
-  if (shift < 0 && utc < static_cast<uint64_t>(-shift)) {
-    local = 0;
-    return false;
-  }
-  local = static_cast<uint64_t>(static_cast<int64_t>(utc) + shift);
+  const uint64_t magnitude = shift < 0 ? static_cast<uint64_t>(-shift) : static_cast<uint64_t>(shift);
+  if (shift < 0 && utc < magnitude) return false;
+  if (shift > 0 && UINT64_MAX - utc < magnitude) return false;
+  local = shift < 0 ? utc - magnitude : utc + magnitude;
   return true;
 }
 

@@ -1,0 +1,16 @@
+#include "shell/special_folders.h"
+
+#include "platform/platform.h"
+#include "shell/path_text.h"
+
+namespace nxfv {
+
+std::string SpecialFolderPath(Platform& platform, int32_t csidl) {
+  std::string path;
+  if (!platform.Resources().SpecialFolderPath(csidl, path)) return {};
+  return StripNull(path);
+}
+
+std::string SpecialFolderPath(int32_t csidl) { return SpecialFolderPath(ActivePlatform(), csidl); }
+
+}  // namespace nxfv

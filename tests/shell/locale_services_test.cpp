@@ -1,0 +1,289 @@
+// The time, locale and string services of both platforms.
+#include <gtest/gtest.h>
+#include <locale.h>
+#include <stdlib.h>
+#include <time.h>
+
+#include <filesystem>
+#include <fstream>
+#include <optional>
+
+#include "columns/formatting.h"
+#include "platform/date.h"
+#include "platform/linux/linux_locale_time.h"
+#include "platform/sim/sim_services.h"
+#include "shell/special_folders.h"
+
+namespace nxfv {
+namespace {
+
+constexpr uint64_t kTicksPerMinute = 600000000ULL;
+
+uint64_t FileTimeOf(int y, int m, int d, int h = 0, int mi = 0) {
+  CivilDateTime c;
+  c.year = y, c.month = m, c.day = d, c.hour = h, c.minute = mi, c.second = 0;
+  uint64_t ft = 0;
+  EXPECT_TRUE(CivilToFileTime(c, ft));
+  return ft;
+}
+
+// Sets an environment variable for one test and puts the old value back.
+class ScopedEnv {
+ public:
+  ScopedEnv(const char* name, const char* value) : name_(name) {
+    if (const char* old = getenv(name)) old_ = old;
+    if (value) setenv(name, value, 1);
+    else unsetenv(name);
+  }
+  ~ScopedEnv() {
+    if (old_) setenv(name_, old_->c_str(), 1);
+    else unsetenv(name_);
+    if (std::string(name_) == "TZ") tzset();
+  }
+
+ private:
+  const char* name_;
+  std::optional<std::string> old_;
+};
+
+// Switches the process locale for one test and restores it.
+class ScopedLocale {
+ public:
+  explicit ScopedLocale(const char* name) : old_(setlocale(LC_ALL, nullptr)) {
+    ok_ = setlocale(LC_ALL, name) != nullptr;
+  }
+  ~ScopedLocale() { setlocale(LC_ALL, old_.c_str()); }
+  bool ok() const { return ok_; }
+
+ private:
+  std::string old_;
+  bool ok_ = false;
+};
+
+TEST(SimTimeTest, FixedOffsetWithRangeChecks) {
+  SimTime t;
+  uint64_t local = 0;
+  const uint64_t utc = FileTimeOf(2024, 3, 15, 10, 30);
+  EXPECT_TRUE(t.FileTimeToLocalFileTime(utc, local));
+  EXPECT_EQ(local, utc + 120 * kTicksPerMinute);
+  t.SetOffsetMinutes(-90);
+  EXPECT_TRUE(t.FileTimeToLocalFileTime(utc, local));
+  EXPECT_EQ(local, utc - 90 * kTicksPerMinute);
+  EXPECT_FALSE(t.FileTimeToLocalFileTime(5, local));  // before 1601 after the shift
+  EXPECT_EQ(local, 0u);
+  t.SetOffsetMinutes(60);
+  EXPECT_FALSE(t.FileTimeToLocalFileTime(UINT64_MAX - 5, local));  // past the end
+  EXPECT_EQ(local, 0u);
+}
+
+// Both platforms decode DOS words the same way and validate every field.
+TEST(DosDateTimeTest, BothPlatformsValidateFields) {
+  SimTime sim;
+  LinuxTime linux;
+  struct Case {
+    const char* what;
+    uint16_t date, time;
+    bool ok;
+  } cases[] = {
+      {"2024-03-15 10:30:58", (44 << 9) | (3 << 5) | 15, (10 << 11) | (30 << 5) | 29, true},
+      {"2107-12-31 23:59:58", 0xFF9F, (23 << 11) | (59 << 5) | 29, true},
+      {"2024-02-29", (44 << 9) | (2 << 5) | 29, 0, true},
+      {"2023-02-29", (43 << 9) | (2 << 5) | 29, 0, false},
+      {"month 0", (44 << 9) | 1, 0, false},
+      {"month 13", (44 << 9) | (13 << 5) | 1, 0, false},
+      {"day 0", (44 << 9) | (3 << 5), 0, false},
+      {"hour 24", (44 << 9) | (3 << 5) | 1, 24 << 11, false},
+      {"minute 60", (44 << 9) | (3 << 5) | 1, 60 << 5, false},
+      {"second 60", (44 << 9) | (3 << 5) | 1, 30, false},
+  };
+  for (const Case& c : cases) {
+    uint64_t a = 1, b = 1;
+    EXPECT_EQ(sim.DosDateTimeToFileTime(c.date, c.time, a), c.ok) << c.what;
+    EXPECT_EQ(linux.DosDateTimeToFileTime(c.date, c.time, b), c.ok) << c.what;
+    EXPECT_EQ(a, b) << c.what;
+    if (!c.ok) {
+      EXPECT_EQ(a, 0u) << c.what;
+    }
+  }
+  uint64_t ft = 0;
+  ASSERT_TRUE(sim.DosDateTimeToFileTime((44 << 9) | (3 << 5) | 15, (10 << 11) | (30 << 5) | 29, ft));
+  EXPECT_EQ(ft, FileTimeOf(2024, 3, 15, 10, 30) + 58 * 10000000ULL);
+}
+
+TEST(SimLocaleTest, Windows1252CaseMappingAndFixedWidth) {
+  SimLocale l;
+  struct Case {
+    const char* in;
+    const char* upper;
+    const char* lower;
+  } cases[] = {
+      {"abc XYZ 123", "ABC XYZ 123", "abc xyz 123"},
+      {"äöü ÄÖÜ", "ÄÖÜ ÄÖÜ", "äöü äöü"},
+      {"ÿ œ š ž", "Ÿ Œ Š Ž", "ÿ œ š ž"},  // the five pairs outside Latin-1
+      {"ā α ж", "ā α ж", "ā α ж"},        // no pairs in the code page: unchanged
+      {"straße", "STRAßE", "straße"},
+      {"\xFF", "\xFF", "\xFF"},          // an invalid byte stays as it is
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(l.CharUpper(c.in), c.upper) << c.in;
+    EXPECT_EQ(l.CharLower(c.in), c.lower) << c.in;
+  }
+  EXPECT_EQ(l.MeasureText("Ärger", 0), 35);
+  EXPECT_EQ(l.Formats().shortDatePattern, "M/d/yyyy");
+  EXPECT_EQ(l.Formats().longTimePattern, "h:mm:ss tt");
+}
+
+TEST(LinuxTimeTest, UsesTheProcessTimeZoneAtThatInstant) {
+  ScopedEnv tz("TZ", "CET-1CEST,M3.5.0,M10.5.0/3");
+  tzset();
+  LinuxTime t;
+  uint64_t local = 0;
+  const uint64_t winter = FileTimeOf(2024, 1, 15, 12);
+  const uint64_t summer = FileTimeOf(2024, 7, 15, 12);
+  ASSERT_TRUE(t.FileTimeToLocalFileTime(winter, local));
+  EXPECT_EQ(local, winter + 60 * kTicksPerMinute);
+  ASSERT_TRUE(t.FileTimeToLocalFileTime(summer, local));
+  EXPECT_EQ(local, summer + 120 * kTicksPerMinute);
+  {
+    ScopedEnv utc("TZ", "UTC0");
+    tzset();
+    ASSERT_TRUE(t.FileTimeToLocalFileTime(summer, local));
+    EXPECT_EQ(local, summer);
+    ScopedEnv west("TZ", "EST5");
+    tzset();
+    EXPECT_FALSE(t.FileTimeToLocalFileTime(10, local));  // would fall before 1601
+    EXPECT_EQ(local, 0u);
+  }
+}
+
+TEST(StrftimeToPictureTest, TranslatesConversionsAndQuotesLetters) {
+  struct Case {
+    const char* in;
+    const char* out;
+  } cases[] = {
+      {"%d.%m.%Y", "dd.MM.yyyy"},
+      {"%m/%d/%y", "MM/dd/yyyy"},  // two-digit years widened
+      {"%-d/%-m/%Y", "d/M/yyyy"},
+      {"%e.%b %Y", "d.MM yyyy"},
+      {"%Y年%m月%d日", "yyyy年MM月dd日"},
+      {"%H:%M:%S", "HH:mm:ss"},
+      {"%T", "HH:mm:ss"},
+      {"%I:%M:%S %p", "hh:mm:ss tt"},
+      {"%l.%M %P", "h.mm tt"},
+      {"%k h %M min", "H' h 'mm' min'"},
+      {"it's %H", "'it''s 'HH"},
+      {"%a %d", " dd"},  // weekday names have no numeric form
+      {"%Ey/%Om", "yyyy/MM"},
+      {"100%%", "100%"},
+      {"%", "%"},
+  };
+  for (const Case& c : cases) EXPECT_EQ(StrftimeToPicture(c.in), c.out) << c.in;
+}
+
+TEST(LinuxLocaleTest, CUtf8) {
+  ScopedLocale guard("C.UTF-8");
+  if (!guard.ok()) GTEST_SKIP() << "C.UTF-8 is not installed";
+  LinuxLocale l;
+  const LocaleFormats& f = l.Formats();
+  EXPECT_EQ(f.shortDatePattern, "MM/dd/yyyy");
+  EXPECT_EQ(f.longTimePattern, "HH:mm:ss");
+  EXPECT_EQ(f.amDesignator, "AM");
+  EXPECT_EQ(f.pmDesignator, "PM");
+  EXPECT_EQ(f.decimalSeparator, ".");
+  EXPECT_EQ(f.groupingSize, 0);
+  const double d = DateSerial(2024, 3, 5, 14, 7, 9);
+  EXPECT_EQ(DateTimeText(f, d), "03/05/2024 14:07:09");
+  EXPECT_EQ(ParseDateText(f, "03/05/2024 14:07:09"), d);
+  EXPECT_EQ(SizeText(f, 1048576), "1024 KB");
+  EXPECT_EQ(RatioText(f, 0.5f), "50.0%");
+  EXPECT_EQ(l.CharUpper("straße ärger"), "STRAßE ÄRGER");  // simple mapping: ß has no single upper
+}
+
+TEST(LinuxLocaleTest, GermanUtf8) {
+  ScopedLocale guard("de_DE.UTF-8");
+  if (!guard.ok()) GTEST_SKIP() << "de_DE.UTF-8 is not installed";
+  LinuxLocale l;
+  const LocaleFormats& f = l.Formats();
+  EXPECT_EQ(f.shortDatePattern, "dd.MM.yyyy");
+  EXPECT_EQ(f.longTimePattern, "HH:mm:ss");
+  EXPECT_EQ(f.amDesignator, "");
+  EXPECT_EQ(f.pmDesignator, "");
+  EXPECT_EQ(f.thousandsSeparator, ".");
+  EXPECT_EQ(f.decimalSeparator, ",");
+  EXPECT_EQ(f.groupingSize, 3);
+  const double d = DateSerial(2024, 3, 5, 14, 7, 9);
+  EXPECT_EQ(DateTimeText(f, d), "05.03.2024 14:07:09");
+  EXPECT_EQ(ParseDateText(f, "05.03.2024 14:07:09"), d);
+  EXPECT_EQ(ParseDateText(f, "14:07:09"), (14 * 3600 + 7 * 60 + 9) / 86400.0);
+  EXPECT_FALSE(IsDateText(f, "3/5/2024"));
+  EXPECT_EQ(SizeText(f, 1048576), "1.024 KB");
+  EXPECT_EQ(RatioText(f, 0.5f), "50,0%");
+  EXPECT_EQ(l.CharLower("ÄRGER"), "ärger");
+  EXPECT_EQ(l.MeasureText("Ärger", 0), 35);
+}
+
+TEST(LinuxResourcesTest, EnglishCaptions) {
+  LinuxResources r;
+  struct Case {
+    const char* library;
+    int32_t id;
+    std::optional<std::string> text;
+  } cases[] = {
+      {"Shell32.Dll", 8976, "Name"},     {"Shell32.Dll", 8978, "Size"},
+      {"Shell32.Dll", 8979, "Type"},     {"Shell32.Dll", 8980, "Modified"},
+      {"Shell32.Dll", 8987, "Attributes"}, {"Shell32.Dll", 8996, "Created"},
+      {"shell32.dll", 8997, "Accessed"}, {"Intl.Cpl", 25, "Time"},
+      {"Shell32.Dll", 1, ""},            {"Intl.Cpl", 8976, ""},
+      {"user32.dll", 8976, std::nullopt},
+  };
+  for (const Case& c : cases) EXPECT_EQ(r.LoadString(c.library, c.id), c.text) << c.library << " " << c.id;
+}
+
+TEST(LinuxResourcesTest, XdgUserDirectories) {
+  namespace fsys = std::filesystem;
+  std::string dir = (fsys::temp_directory_path() / "nxfv-xdg-XXXXXX").string();
+  ASSERT_NE(mkdtemp(dir.data()), nullptr);
+  const std::string home = dir + "/home";
+  const std::string config = dir + "/config";
+  fsys::create_directories(config);
+  std::ofstream(config + "/user-dirs.dirs") << "# written by a test\n"
+                                               "XDG_DESKTOP_DIR=\"$HOME/Schreibtisch\"\n"
+                                               "  XDG_DOCUMENTS_DIR=\"/data/docs/\"\n"
+                                               "XDG_MUSIC_DIR=\"relative/ignored\"\n"
+                                               "XDG_VIDEOS_DIR=\"$HOME/\"\n"
+                                               "#XDG_PICTURES_DIR=\"$HOME/commented\"\n";
+  ScopedEnv h("HOME", home.c_str());
+  ScopedEnv x("XDG_CONFIG_HOME", config.c_str());
+  LinuxResources r;
+  struct Case {
+    int32_t csidl;
+    std::optional<std::string> path;
+  } cases[] = {
+      {CSIDL_DESKTOP, home + "/Schreibtisch"},
+      {CSIDL_DESKTOPDIRECTORY, home + "/Schreibtisch"},
+      {CSIDL_PERSONAL, "/data/docs"},
+      {CSIDL_MYDOCUMENTS, "/data/docs"},
+      {CSIDL_MYMUSIC, home + "/Music"},       // an unusable value falls back
+      {CSIDL_MYVIDEO, home},
+      {CSIDL_MYPICTURES, home + "/Pictures"}, // commented out
+      {CSIDL_TEMPLATES, home + "/Templates"}, // absent
+      {CSIDL_PROFILE, home},
+      {CSIDL_DRIVES, std::nullopt},
+      {CSIDL_APPDATA, std::nullopt},
+  };
+  for (const Case& c : cases) {
+    std::string path;
+    const bool ok = r.SpecialFolderPath(c.csidl, path);
+    EXPECT_EQ(ok ? std::optional<std::string>(path) : std::nullopt, c.path) << "csidl " << c.csidl;
+  }
+  {
+    ScopedEnv noConfig("XDG_CONFIG_HOME", (dir + "/none").c_str());
+    std::string path;
+    ASSERT_TRUE(r.SpecialFolderPath(CSIDL_DESKTOP, path));
+    EXPECT_EQ(path, home + "/Desktop");
+  }
+  fsys::remove_all(dir);
+}
+
+}  // namespace
+}  // namespace nxfv
