@@ -1,16 +1,63 @@
-// Placeholder host: lists a folder of the simulated platform until the
-// real command lands.
+// nxfv: the command-line host of the viewer control on the Linux platform.
 #include <cstdio>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <vector>
 
-#include "platform/sim/simulated_platform.h"
+#include "nxfv/list_command.h"
+#include "platform/linux/linux_platform.h"
+#if __has_include("nxfv/entries_command.h")
+#include "nxfv/entries_command.h"
+#define NXFV_HAS_ENTRIES 1
+#endif
 
-int main() {
-  nxfv::SimulatedPlatform p;
-  p.SimFiles().AddFile("C:\\docs\\readme.txt", 1200);
-  p.SimFiles().AddFolder("C:\\docs\\sub");
-  p.Files().Enumerate("C:\\docs\\", [](const nxfv::FindData& d) {
-    std::printf("%s\n", d.name.c_str());
-    return true;
-  });
-  return 0;
+namespace {
+
+std::string Usage() {
+  std::string u =
+      "usage: nxfv COMMAND [options]\n"
+      "\n"
+      "Commands:\n";
+  u += nxfv::cli::ListUsage();
+  u +=
+      "nxfv entries [--ext EXT] ARCHIVE\n"
+      "  Prints the archive reader's events for a ZIP or CAB file, one JSON object a\n"
+      "  line. EXT chooses the reader (default: the file's extension, lower case).\n"
+      "nxfv --help\n"
+      "  This text.\n"
+      "\n"
+      "Message boxes are printed to standard error as: nxfv: [TITLE] TEXT\n"
+      "Exit codes: 0 success, 1 missing path, 2 usage error.\n";
+  return u;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::ios::sync_with_stdio(false);
+  std::vector<std::string> args(argv + 1, argv + argc);
+  if (args.empty()) {
+    std::cerr << Usage();
+    return 2;
+  }
+  const std::string command = args[0];
+  args.erase(args.begin());
+  if (command == "--help" || command == "-h" || command == "help") {
+    std::cout << Usage();
+    return 0;
+  }
+  auto platform = std::make_shared<nxfv::LinuxPlatform>();
+  nxfv::SetActivePlatform(platform);
+  try {
+    if (command == "list") return nxfv::cli::RunListCommand(args, *platform, std::cout, std::cerr);
+#ifdef NXFV_HAS_ENTRIES
+    if (command == "entries") return nxfv::cli::RunEntriesCommand(args, *platform, std::cout, std::cerr);
+#endif
+  } catch (const std::exception& e) {
+    std::cerr << "nxfv: " << e.what() << "\n";
+    return 1;
+  }
+  std::cerr << "nxfv: unknown command '" << command << "'\n" << Usage();
+  return 2;
 }

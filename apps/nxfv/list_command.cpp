@@ -1,0 +1,181 @@
+#include "nxfv/list_command.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+
+#include "control/file_viewer.h"
+#include "nxfv/list_output.h"
+#include "platform/error_state.h"
+#include "platform/platform.h"
+
+namespace nxfv::cli {
+
+namespace {
+
+struct ListOptions {
+  std::string path;
+  std::string pattern;
+  bool hasPattern = false;
+  int32_t viewOptions = -1;
+  bool hasViewOptions = false;
+  std::vector<SortState> sort;
+  bool json = false;
+  bool noFiles = false, noFolders = false, noHidden = false, noSystem = false, noGoUp = false;
+};
+
+bool ParseInt(const std::string& s, int32_t& v) {
+  try {
+    size_t used = 0;
+    const long long n = std::stoll(s, &used, 0);
+    if (used != s.size() || n < INT32_MIN || n > INT32_MAX) return false;
+    v = static_cast<int32_t>(n);
+    return true;
+  } catch (...) {
+    return false;
+  }
+}
+
+bool ParseSort(const std::string& text, std::vector<SortState>& out, std::string& error) {
+  size_t start = 0;
+  while (start <= text.size()) {
+    size_t end = text.find(',', start);
+    if (end == std::string::npos) end = text.size();
+    std::string one = text.substr(start, end - start);
+    SortState s;
+    if (const auto colon = one.find(':'); colon != std::string::npos) {
+      const std::string dir = one.substr(colon + 1);
+      if (dir == "desc") s.descending = true;
+      else if (dir != "asc") {
+        error = "bad sort direction '" + dir + "' (use asc or desc)";
+        return false;
+      }
+      one.resize(colon);
+    }
+    if (one.empty()) {
+      error = "empty sort key in '" + text + "'";
+      return false;
+    }
+    s.key = one;
+    out.push_back(s);
+    start = end + 1;
+  }
+  if (out.size() > 10) {
+    error = "at most ten sort columns";
+    return false;
+  }
+  return true;
+}
+
+// Returns 0 when parsed, 2 on a usage error (message written), -1 for --help.
+int ParseArgs(const std::vector<std::string>& args, ListOptions& o, std::ostream& err) {
+  bool havePath = false;
+  for (size_t i = 0; i < args.size(); ++i) {
+    const std::string& a = args[i];
+    auto value = [&](std::string& v) {
+      if (i + 1 >= args.size()) {
+        err << "nxfv list: option " << a << " needs a value\n";
+        return false;
+      }
+      v = args[++i];
+      return true;
+    };
+    std::string v;
+    if (a == "--help" || a == "-h") return -1;
+    if (a == "--json") o.json = true;
+    else if (a == "--no-files") o.noFiles = true;
+    else if (a == "--no-folders") o.noFolders = true;
+    else if (a == "--no-hidden") o.noHidden = true;
+    else if (a == "--no-system") o.noSystem = true;
+    else if (a == "--no-goup") o.noGoUp = true;
+    else if (a == "--pattern") {
+      if (!value(o.pattern)) return 2;
+      o.hasPattern = true;
+    } else if (a == "--view-options") {
+      if (!value(v)) return 2;
+      if (!ParseInt(v, o.viewOptions)) {
+        err << "nxfv list: --view-options needs a number, not '" << v << "'\n";
+        return 2;
+      }
+      o.hasViewOptions = true;
+    } else if (a == "--sort") {
+      if (!value(v)) return 2;
+      std::string error;
+      if (!ParseSort(v, o.sort, error)) {
+        err << "nxfv list: --sort: " << error << "\n";
+        return 2;
+      }
+    } else if (a.size() > 1 && a[0] == '-' && a != "-") {
+      err << "nxfv list: unknown option " << a << " (see nxfv --help)\n";
+      return 2;
+    } else if (!havePath) {
+      o.path = a;
+      havePath = true;
+    } else {
+      err << "nxfv list: only one PATH may be given\n";
+      return 2;
+    }
+  }
+  if (!havePath) {
+    err << "nxfv list: missing PATH (see nxfv --help)\n";
+    return 2;
+  }
+  return 0;
+}
+
+}  // namespace
+
+std::string ListUsage() {
+  return "nxfv list [options] PATH\n"
+         "  Lists PATH as the viewer shows it in report view: a folder, or a .zip/.cab\n"
+         "  file as the archive view. Prints the visible columns as an aligned table.\n"
+         "  --json               one JSON document: path, columns, rows with sub-items\n"
+         "                       and every item field\n"
+         "  --pattern P          file name patterns, ';'-separated (default *.*)\n"
+         "  --view-options N     column mask (default 31: name, ext, size, type, modified)\n"
+         "  --sort KEY[:desc],.. sort columns by key (nam, ext, siz, typ, mod, ...)\n"
+         "  --no-files --no-folders --no-hidden --no-system --no-goup\n"
+         "                       hide files / folders / hidden / system items / the '..' row\n";
+}
+
+int RunListCommand(const std::vector<std::string>& args, Platform& platform, std::ostream& out,
+                   std::ostream& err) {
+  ListOptions o;
+  const int parsed = ParseArgs(args, o, err);
+  if (parsed == -1) {
+    out << ListUsage();
+    return 0;
+  }
+  if (parsed != 0) return parsed;
+
+  std::string path = o.path;
+  if (platform.Separator() == '/' && !path.empty() && path[0] != '/') {
+    std::error_code ec;
+    const auto abs = std::filesystem::absolute(path, ec);
+    if (!ec) path = abs.lexically_normal().string();
+    if (path.size() > 1 && path.back() == '/') path.pop_back();
+  }
+  uint32_t attributes = 0;
+  if (!platform.Files().GetAttributes(path, attributes)) {
+    err << "nxfv: " << o.path << ": no such file or folder\n";
+    return 1;
+  }
+
+  auto viewer = FileViewer::Create(PlatformRef(&platform, [](Platform*) {}));
+  viewer->setShowFiles(!o.noFiles);
+  viewer->setShowFolders(!o.noFolders);
+  viewer->setShowHiddenItems(!o.noHidden);
+  viewer->setShowSysItems(!o.noSystem);
+  viewer->setShowGOUPFolder(!o.noGoUp);
+  if (o.hasPattern) viewer->setFilePattern(o.pattern);
+  if (o.hasViewOptions) viewer->setViewOptions(o.viewOptions);
+  if (!o.sort.empty()) viewer->SetSortColumns(o.sort);
+  viewer->setCurrentfolder(path);
+
+  if (o.json) WriteListJson(*viewer, out);
+  else WriteListTable(*viewer, out);
+  out.flush();
+  return 0;
+}
+
+}  // namespace nxfv::cli
