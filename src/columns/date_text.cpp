@@ -162,7 +162,9 @@ void AppendNumber(std::string& out, int value, int minDigits) {
     v /= 10;
   } while (v != 0);
   while (n < minDigits) buf[n++] = '0';
-  while (n > 0) out += buf[--n];
+  char text[12];
+  for (int k = 0; k < n; ++k) text[k] = buf[n - 1 - k];
+  out.append(text, static_cast<size_t>(n));
 }
 
 void AppendFirstCodePoint(std::string& out, const std::string& text) {
