@@ -18,7 +18,7 @@ namespace nxfv {
 class SimFileSystem : public FileSystemService {
  public:
   // The default write/creation/access time of new entries: 2024-03-15 10:30:00 UTC.
-  static constexpr uint64_t kDefaultTime = 133549218000000000ULL;
+  static constexpr uint64_t kDefaultTime = 133549722000000000ULL;
 
   SimFileSystem();
 
