@@ -29,6 +29,9 @@ class Variant;
 // fifteen letters.
 //   0  -> "..............."     34 -> ".h...a........."     16 -> "....d.........."
 std::string GetAttrString(uint32_t attributes);
+// A double would convert to the mask with truncation (undefined when
+// negative); pass it as a Variant instead.
+std::string GetAttrString(double attributes) = delete;
 // The mask held in a variant: Empty and Null give fifteen dots; numbers
 // (and numeric text) use their low 32 bits; anything else gives the dots.
 std::string GetAttrString(const Variant& attributes);

@@ -1,4 +1,4 @@
-// FolderSize, LoadResString, SpecialFolderPath and the SHFolders values.
+// FolderSize, LoadResString and SpecialFolderPath.
 #include <gtest/gtest.h>
 #include <stdlib.h>
 #include <unistd.h>
@@ -84,26 +84,6 @@ TEST(SpecialFolderPathTest, PathsThroughStripNull) {
   EXPECT_EQ(SpecialFolderPath(p, CSIDL_FAVORITES), "C:\\Fav");
   p.SimStrings().SetSpecialFolder(CSIDL_FONTS, "  C:\\Fonts  ");
   EXPECT_EQ(SpecialFolderPath(p, CSIDL_FONTS), "C:\\Fonts");
-}
-
-TEST(SHFoldersTest, MembersCarryThePlatformsValues) {
-  struct Case {
-    SHFolders member;
-    int32_t value;
-  } cases[] = {
-      {CSIDL_DESKTOP, 0}, {CSIDL_INTERNET, 1}, {CSIDL_PROGRAMS, 2}, {CSIDL_CONTROLS, 3},
-      {CSIDL_PRINTERS, 4}, {CSIDL_PERSONAL, 5}, {CSIDL_FAVORITES, 6}, {CSIDL_STARTUP, 7},
-      {CSIDL_RECENT, 8}, {CSIDL_SENDTO, 9}, {CSIDL_BITBUCKET, 10}, {CSIDL_STARTMENU, 11},
-      {CSIDL_MYDOCUMENTS, 12}, {CSIDL_MYMUSIC, 13}, {CSIDL_MYVIDEO, 14}, {CSIDL_DESKTOPDIRECTORY, 16},
-      {CSIDL_DRIVES, 17}, {CSIDL_NETWORK, 18}, {CSIDL_NETHOOD, 19}, {CSIDL_FONTS, 20},
-      {CSIDL_TEMPLATES, 21}, {CSIDL_COMMON_STARTMENU, 22}, {CSIDL_COMMON_PROGRAMS, 23},
-      {CSIDL_COMMON_STARTUP, 24}, {CSIDL_COMMON_DESKTOPDIRECTORY, 25}, {CSIDL_APPDATA, 26},
-      {CSIDL_PRINTHOOD, 27}, {CSIDL_LOCAL_APPDATA, 28}, {CSIDL_ALTSTARTUP, 29},
-      {CSIDL_COMMON_ALTSTARTUP, 30}, {CSIDL_COMMON_FAVORITES, 31}, {CSIDL_INTERNET_CACHE, 32},
-      {CSIDL_COOKIES, 33}, {CSIDL_HISTORY, 34}, {CSIDL_COMMON_APPDATA, 35}, {CSIDL_WINDOWS, 36},
-      {CSIDL_SYSTEM, 37}, {CSIDL_PROGRAM_FILES, 38}, {CSIDL_MYPICTURES, 39}, {CSIDL_PROFILE, 40},
-  };
-  for (const Case& c : cases) EXPECT_EQ(static_cast<int32_t>(c.member), c.value);
 }
 
 }  // namespace
