@@ -46,8 +46,6 @@ Variant RuntimeCollection::Item(const Variant& index) const { return entries_[Re
 
 void RuntimeCollection::Remove(const Variant& index) {
   const size_t i = Resolve(index);
-  // Release the value only after the entry is gone.
-  Variant released = std::move(entries_[i].value);
   entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(i));
 }
 
