@@ -56,7 +56,7 @@ void NxFileListItem::setFileName(std::string v) {
 
 bool NxFileListItem::ExecuteShellCommand(ItemFileCommands ShellCommand, Variant& Parameter) {
   // Commands are not run on virtual folders or on entries inside archives.
-  if (listItemTyp_ == typeoffitem::VirtualFolder || archivInfo_.IsInArchive) return false;
+  if (listItemTyp_ == typeoffitem::VirtualFolder || (archivInfo_ && archivInfo_->IsInArchive)) return false;
   Variant itemvalue(static_cast<int32_t>(ShellCommand));
   bool ok = false;
   Raise(eventbefs::doexebef, itemvalue, Parameter, ok);

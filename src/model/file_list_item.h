@@ -158,7 +158,8 @@ class NxFileListItem : public Object, public std::enable_shared_from_this<NxFile
   void setPath(std::string v) { path_ = std::move(v); }
 
   const std::string& Key() const { return key_; }
-  AInfo ArchivInfo() const { return archivInfo_; }  // always a copy
+  // Always a copy.
+  AInfo ArchivInfo() const { return archivInfo_ ? *archivInfo_ : AInfo{}; }
 
   const std::string& FileName() const { return fileName_; }
   // Stores the name; unless the name-fixed mark is set, sets the
@@ -189,7 +190,9 @@ class NxFileListItem : public Object, public std::enable_shared_from_this<NxFile
 
   std::string key_;
   std::string fileName_;
-  AInfo archivInfo_;
+  // Made on the first non-default store: most items are no archive
+  // entries, and a listing may hold a million items.
+  std::unique_ptr<AInfo> archivInfo_;
   std::string path_;
   std::string extension_;
   std::string displayname_;
@@ -247,21 +250,21 @@ class NxFileListItem::Internal {
   static void SetNameChanged(NxFileListItem& item, bool v) { item.nameChanged_ = v; }
 
   // One setter per AInfo field.
-  static void SetIsInArchive(NxFileListItem& item, bool v) { item.archivInfo_.IsInArchive = v; }
-  static void SetArchiveExt(NxFileListItem& item, std::string v) { item.archivInfo_.ArchiveExt = std::move(v); }
-  static void SetUncompressedSize(NxFileListItem& item, int32_t v) { item.archivInfo_.UncompressedSize = v; }
-  static void SetCompressedSize(NxFileListItem& item, int32_t v) { item.archivInfo_.CompressedSize = v; }
-  static void SetRatio(NxFileListItem& item, std::string v) { item.archivInfo_.Ratio = std::move(v); }
-  static void SetHexCRC(NxFileListItem& item, std::string v) { item.archivInfo_.HexCRC = std::move(v); }
-  static void SetFlags(NxFileListItem& item, int32_t v) { item.archivInfo_.flags = v; }
-  static void SetCRC(NxFileListItem& item, int32_t v) { item.archivInfo_.CRC = v; }
-  static void SetEncoded(NxFileListItem& item, int32_t v) { item.archivInfo_.Encoded = v; }
-  static void SetMethod(NxFileListItem& item, std::string v) { item.archivInfo_.Method = std::move(v); }
+  static void SetIsInArchive(NxFileListItem& item, bool v) { Set(item, &AInfo::IsInArchive, v); }
+  static void SetArchiveExt(NxFileListItem& item, std::string v) { Set(item, &AInfo::ArchiveExt, std::move(v)); }
+  static void SetUncompressedSize(NxFileListItem& item, int32_t v) { Set(item, &AInfo::UncompressedSize, v); }
+  static void SetCompressedSize(NxFileListItem& item, int32_t v) { Set(item, &AInfo::CompressedSize, v); }
+  static void SetRatio(NxFileListItem& item, std::string v) { Set(item, &AInfo::Ratio, std::move(v)); }
+  static void SetHexCRC(NxFileListItem& item, std::string v) { Set(item, &AInfo::HexCRC, std::move(v)); }
+  static void SetFlags(NxFileListItem& item, int32_t v) { Set(item, &AInfo::flags, v); }
+  static void SetCRC(NxFileListItem& item, int32_t v) { Set(item, &AInfo::CRC, v); }
+  static void SetEncoded(NxFileListItem& item, int32_t v) { Set(item, &AInfo::Encoded, v); }
+  static void SetMethod(NxFileListItem& item, std::string v) { Set(item, &AInfo::Method, std::move(v)); }
   static void SetArchiveSubPath(NxFileListItem& item, std::string v) {
-    item.archivInfo_.ArchiveSubPath = std::move(v);
+    Set(item, &AInfo::ArchiveSubPath, std::move(v));
   }
-  static void SetComments(NxFileListItem& item, std::string v) { item.archivInfo_.Comments = std::move(v); }
-  static void SetSignature(NxFileListItem& item, std::string v) { item.archivInfo_.Signature = std::move(v); }
+  static void SetComments(NxFileListItem& item, std::string v) { Set(item, &AInfo::Comments, std::move(v)); }
+  static void SetSignature(NxFileListItem& item, std::string v) { Set(item, &AInfo::Signature, std::move(v)); }
 
   // Stores the reference itself; the field's get returns it.
   static void StoreObject(NxFileListItem& item, ItemVariantField field, ObjectRef object);
@@ -270,6 +273,18 @@ class NxFileListItem::Internal {
   // exists, to announce the entry stored under the item's Key (its
   // GenericEvent). Nothing otherwise.
   static void AnnounceKeyChange(NxFileListItem& item);
+
+ private:
+  // Storing a default value into an item without archive record keeps it
+  // without one (listings clear these fields on every ordinary item).
+  template <class T, class V>
+  static void Set(NxFileListItem& item, T AInfo::*field, V&& v) {
+    if (!item.archivInfo_) {
+      if (v == T{}) return;
+      item.archivInfo_ = std::make_unique<AInfo>();
+    }
+    (*item.archivInfo_).*field = std::forward<V>(v);
+  }
 };
 
 }  // namespace nxfv

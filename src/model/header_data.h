@@ -96,7 +96,8 @@ inline Variant MakeHeaderRecord(const headerdatas& value) {
   return Variant(std::make_shared<HeaderRecord>(value));
 }
 
-// The record a Variant holds, or null when it holds something else.
+// The record a Variant holds, or null when it holds something else. The
+// pointer stays valid while anything (the collection) holds the record.
 inline HeaderRecord* HeaderRecordOf(const Variant& value) {
   return value.As<HeaderRecord>().get();
 }

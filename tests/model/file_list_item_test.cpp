@@ -192,6 +192,14 @@ TEST_F(FileListItemTest, ArchivInfoIsACopy) {
   copy.Method = "changed";
   EXPECT_EQ(item_->ArchivInfo().Method, "Deflated");
   EXPECT_EQ(item_->ArchivInfo().CRC, 1234);
+  // Clearing stores defaults whether or not a record exists yet.
+  auto plain = NxFileListItem::Create();
+  NxFileListItem::Internal::SetIsInArchive(*plain, false);
+  NxFileListItem::Internal::SetComments(*plain, "");
+  EXPECT_EQ(plain->ArchivInfo(), AInfo{});
+  NxFileListItem::Internal::SetCRC(*item_, 0);
+  EXPECT_EQ(item_->ArchivInfo().CRC, 0);
+  EXPECT_EQ(item_->ArchivInfo().Method, "Deflated");
 }
 
 TEST_F(FileListItemTest, StoredObjectReferenceIsReturnedAsItself) {
