@@ -1,4 +1,5 @@
 // nxfv: the command-line host of the viewer control on the Linux platform.
+#include <clocale>
 #include <cstdio>
 #include <iostream>
 #include <memory>
@@ -35,6 +36,8 @@ std::string Usage() {
 }  // namespace
 
 int main(int argc, char** argv) {
+  // Dates, times and numbers follow the user's locale.
+  std::setlocale(LC_ALL, "");
   std::ios::sync_with_stdio(false);
   std::vector<std::string> args(argv + 1, argv + argc);
   if (args.empty()) {

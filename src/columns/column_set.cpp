@@ -145,7 +145,9 @@ std::string BuildColumns(ListView& view, kCollection& options, int32_t viewOptio
       width = 0;
     if (width == 0 || !h.HeaderSizeable) {
       // Str() puts a blank before a non-negative number.
-      locked += separator + " " + std::to_string(i - 1);
+      locked += separator;
+      locked += ' ';
+      locked += std::to_string(i - 1);
       separator = ",";
     }
     if (widthsOnly) {
@@ -155,7 +157,8 @@ std::string BuildColumns(ListView& view, kCollection& options, int32_t viewOptio
     }
   }
   // Written whatever the number of records: right for the default twenty.
-  locked += separator + "20";
+  locked += separator;
+  locked += "20";
   if (widthsOnly) {
     view.SetColumnWidth(view.ColumnIndex(kSortColumnKey), 0);
   } else {

@@ -1,0 +1,124 @@
+// The folder listing on real temporary folders of the Linux platform.
+#include <fcntl.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <fstream>
+
+#include "control/file_viewer.h"
+#include "platform/linux/linux_platform.h"
+#include "viewer_fixture.h"
+
+namespace nxfv::testing {
+namespace {
+
+class LinuxListingTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    char tmpl[] = "/tmp/nxfv-listing-XXXXXX";
+    ASSERT_NE(mkdtemp(tmpl), nullptr);
+    dir = tmpl;
+    platform = std::make_shared<LinuxPlatform>();
+    viewer = FileViewer::Create(platform);
+    viewer->SetEventListener(&listener);
+  }
+  void TearDown() override { std::system(("rm -rf '" + dir + "'").c_str()); }
+  void Write(const std::string& name, const std::string& bytes) {
+    std::ofstream(dir + "/" + name, std::ios::binary) << bytes;
+  }
+  const ListRow* Row(const std::string& key) { return viewer->ListView1().FindRow(key); }
+  std::string Cell(const std::string& key, const char* column) {
+    const ListRow* r = Row(key);
+    return r ? std::string(r->SubItem(viewer->SubItemIndexOf(column))) : "<no row>";
+  }
+
+  std::string dir;
+  std::shared_ptr<LinuxPlatform> platform;
+  std::shared_ptr<FileViewer> viewer;
+  RecordingListener listener;
+};
+
+TEST_F(LinuxListingTest, RealFolderWithEveryKindOfEntry) {
+  Write("a.txt", std::string(3000, 'x'));
+  Write(".dotfile", "x");
+  Write("secret.txt", "x");
+  Write(".hidden", "secret.txt\nhiddendir\n");
+  Write("ro.txt", "x");
+  chmod((dir + "/ro.txt").c_str(), 0444);
+  Write("2024", "x");
+  ASSERT_EQ(mkdir((dir + "/sub").c_str(), 0755), 0);
+  ASSERT_EQ(mkdir((dir + "/hiddendir").c_str(), 0755), 0);
+  ASSERT_EQ(symlink("a.txt", (dir + "/link.txt").c_str()), 0);
+  ASSERT_EQ(symlink("sub", (dir + "/linkdir").c_str()), 0);
+  ASSERT_EQ(mkfifo((dir + "/pipe").c_str(), 0644), 0);
+  Write(std::string("caf\xE9.txt"), "x");  // Latin-1 byte: not UTF-8
+
+  viewer->setViewOptions(31 | 256 | 512);
+  viewer->setCurrentfolder(dir + "/");
+  EXPECT_EQ(viewer->Currentfolder(), dir);
+  EXPECT_TRUE(platform->MessageBoxHandler().Show("", 0, "") == kAnswerOk);  // no box was needed
+
+  EXPECT_EQ(viewer->ListView1().Row(0).Key(), "sysgoup");
+  EXPECT_EQ(Row(".dotfile"), nullptr);
+  EXPECT_EQ(Cell("a.txt", "siz"), "3 KB");
+  EXPECT_EQ(Cell("a.txt", "typ"), "plain text document");
+  EXPECT_EQ(Cell("a.txt", "atr"), ".......n.......");
+  EXPECT_EQ(Cell("a.txt", "dos"), "A.TXT");
+  EXPECT_EQ(Cell("secret.txt", "atr"), ".h.............");  // "normal" only without other bits
+  EXPECT_EQ(Cell("ro.txt", "atr").substr(0, 1), "r");
+  EXPECT_EQ(Cell("##$$2024", "typ"), "");
+  EXPECT_EQ(Cell("sub", "typ"), "Folder");
+  EXPECT_EQ(Cell("link.txt", "atr"), "..........l....");
+  EXPECT_EQ(Cell("linkdir", "atr"), "....d.....l....");
+  EXPECT_EQ(Cell("pipe", "atr").substr(0, 3), "..s");
+  const ListRow* latin = Row("caf\\xE9.txt");
+  ASSERT_NE(latin, nullptr);
+  auto item = viewer->Items()->Item(Variant("a.txt"));
+  EXPECT_EQ(item->Path(), dir + "/");
+  EXPECT_EQ(item->FileSize(), 3000);
+
+  // Hidden and system entries go with their filters.
+  viewer->setShowHiddenItems(false);
+  viewer->setShowSysItems(false);
+  viewer->RefreshView(true);
+  EXPECT_EQ(Row("secret.txt"), nullptr);
+  EXPECT_EQ(Row("hiddendir"), nullptr);
+  EXPECT_EQ(Row("pipe"), nullptr);
+  EXPECT_NE(Row("sub"), nullptr);
+}
+
+TEST_F(LinuxListingTest, RefreshInPlaceOnARealFolder) {
+  Write("a.txt", "x");
+  Write("b.txt", "x");
+  viewer->setCurrentfolder(dir);
+  unlink((dir + "/a.txt").c_str());
+  Write("c.txt", "x");
+  viewer->RefreshView(false);
+  EXPECT_EQ(Row("a.txt"), nullptr);
+  EXPECT_NE(Row("b.txt"), nullptr);
+  EXPECT_NE(Row("c.txt"), nullptr);
+  EXPECT_EQ(viewer->Items()->Count(), 3);
+}
+
+TEST_F(LinuxListingTest, UnreadableFolderListsOnlyTheGoUpRow) {
+  if (geteuid() == 0) GTEST_SKIP() << "root reads every folder";
+  ASSERT_EQ(mkdir((dir + "/closed").c_str(), 0), 0);
+  viewer->setCurrentfolder(dir + "/closed");
+  EXPECT_EQ(viewer->ListView1().RowCount(), 1u);
+}
+
+TEST_F(LinuxListingTest, RootFolderKeepsItsSeparator) {
+  viewer->setShowFiles(false);
+  viewer->setCurrentfolder("/");
+  EXPECT_EQ(viewer->Currentfolder(), "/");
+  EXPECT_GT(viewer->ListView1().RowCount(), 3u);
+  auto item = viewer->Items()->Item(Variant("tmp"));
+  ASSERT_TRUE(item);
+  EXPECT_EQ(item->Path(), "/");
+}
+
+}  // namespace
+}  // namespace nxfv::testing
