@@ -121,6 +121,13 @@ std::string FileViewer::FitFilenameToSize(const std::string& FileName, int32_t C
   return nxfv::FitFilenameToSize(*platform_, FileName, ControlWidth, ContainerHDC);
 }
 
+void FileViewer::Subscribe(const std::shared_ptr<NxFileListItem>& item) {
+  if (oListitem_ == item) return;
+  if (oListitem_) oListitem_->ClearListener();
+  oListitem_ = item;
+  if (oListitem_) oListitem_->SetListener(itemListener_);
+}
+
 // Items ask the control to act on the row with their key.
 void FileViewer::HandleItemEvent(eventbefs mybef, Variant& itemvalue, std::shared_ptr<NxFileListItem>& xitem,
                                  Variant& /*Parameter*/, bool& /*operationok*/) {

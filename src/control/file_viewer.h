@@ -176,6 +176,9 @@ class FileViewer : public Object, public std::enable_shared_from_this<FileViewer
   friend class ArchiveListener;
 
   void PropertyChanged(const char* key) { changedProperties_.push_back(key); }
+  // Points the one item subscription at item (the item about to be handed
+  // to the host); the previous item's events go unhandled from then on.
+  void Subscribe(const std::shared_ptr<NxFileListItem>& item);
   void Initialize();
   void ClearView();
   bool IsArchivePath(const std::string& path) const;

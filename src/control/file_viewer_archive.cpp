@@ -154,6 +154,7 @@ void FileViewer::AddArchiveEntry(int32_t Index, int32_t Total, const std::string
     std::string a, b;
     if (events_) {
       auto handed = item;
+      Subscribe(item);
       events_->SetUserdata(handed, a, b);
     }
     NxFileListItem::Internal::SetKey(*item, key);

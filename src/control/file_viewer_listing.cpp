@@ -236,6 +236,7 @@ void FileViewer::LoadFiles(const std::string& Path, bool KeepItems, bool ResetSo
         // Items added by a refresh get no user data, on purpose.
         std::string a, b;
         auto handed = item;
+        Subscribe(item);
         events_->SetUserdata(handed, a, b);
         Put(row, slots.userd1, a);
         Put(row, slots.userd2, b);

@@ -229,3 +229,29 @@ TEST_F(ViewerTest, ListingFailureIsReportedAndReleasesTheBusyFlag) {
 
 }  // namespace
 }  // namespace nxfv::testing
+
+namespace nxfv::testing {
+namespace {
+
+TEST_F(ViewerTest, TheLastHandedItemTalksToItsRow) {
+  files().AddFile("C:\\t\\a.txt", 1);
+  files().AddFile("C:\\t\\b.txt", 1);
+  std::vector<FileViewerEvents::ItemRef> handed;
+  listener.onSetUserdata = [&](FileViewerEvents::ItemRef& item, std::string&, std::string&) { handed.push_back(item); };
+  viewer->setCurrentfolder("C:\\t");
+  ASSERT_EQ(handed.size(), 2u);
+  ListView& lv = viewer->ListView1();
+  handed[1]->setSelected(true);
+  EXPECT_TRUE(lv.FindRow(handed[1]->Key())->Selected());
+  handed[1]->setChecked(true);
+  EXPECT_TRUE(lv.FindRow(handed[1]->Key())->Checked());
+  handed[1]->EnsureVisible();
+  EXPECT_EQ(lv.TopRow(), static_cast<int64_t>(lv.FindRow(handed[1]->Key())->Index()));
+  // Only one item is listened to: the first one now changes only itself.
+  handed[0]->setSelected(true);
+  EXPECT_TRUE(handed[0]->Selected());
+  EXPECT_FALSE(lv.FindRow(handed[0]->Key())->Selected());
+}
+
+}  // namespace
+}  // namespace nxfv::testing
