@@ -1,0 +1,164 @@
+#include "nxfv/entries_command.h"
+
+#include <filesystem>
+
+#include "archive/archive_reader.h"
+#include "nxfv/list_output.h"
+#include "platform/platform.h"
+#include "platform/utf8.h"
+
+namespace nxfv::cli {
+
+namespace {
+
+// Writes each event as soon as it arrives; a 32767-entry archive streams
+// instead of piling up in memory.
+class JsonLines : public cArchiveEvents {
+ public:
+  explicit JsonLines(std::ostream& out) : out_(out) {}
+
+  void FileFound(int32_t Index, int32_t Total, std::string FileName, std::string ArchiveExt, double Modified,
+                 int32_t Size, int32_t CompSize, int32_t Method, int32_t Attr, std::string Path, int32_t flags,
+                 int32_t CRC, std::string Comments) override {
+    line_.clear();
+    line_ += "{\"Index\":";
+    line_ += std::to_string(Index);
+    line_ += ",\"Total\":";
+    line_ += std::to_string(Total);
+    line_ += ",\"FileName\":";
+    AppendJsonString(line_, FileName);
+    line_ += ",\"ArchiveExt\":";
+    AppendJsonString(line_, ArchiveExt);
+    line_ += ",\"Modified\":";
+    AppendJsonNumber(line_, Modified);
+    Number(",\"Size\":", Size);
+    Number(",\"CompSize\":", CompSize);
+    Number(",\"Method\":", Method);
+    Number(",\"Attr\":", Attr);
+    line_ += ",\"Path\":";
+    AppendJsonString(line_, Path);
+    Number(",\"flags\":", flags);
+    Number(",\"CRC\":", CRC);
+    line_ += ",\"Comments\":";
+    AppendJsonString(line_, Comments);
+    line_ += "}\n";
+    out_.write(line_.data(), static_cast<std::streamsize>(line_.size()));
+  }
+
+ private:
+  void Number(const char* key, int32_t value) {
+    line_ += key;
+    line_ += std::to_string(value);
+  }
+
+  std::ostream& out_;
+  std::string line_;
+};
+
+struct EntriesOptions {
+  std::string archive;
+  std::string ext;
+  bool hasExt = false;
+};
+
+// 0 parsed, 2 usage error (message written), -1 --help.
+int ParseArgs(const std::vector<std::string>& args, EntriesOptions& o, std::ostream& err) {
+  bool haveArchive = false;
+  bool optionsDone = false;
+  for (size_t i = 0; i < args.size(); ++i) {
+    const std::string& a = args[i];
+    if (!optionsDone && (a == "--help" || a == "-h")) return -1;
+    if (!optionsDone && a == "--") {
+      optionsDone = true;
+    } else if (!optionsDone && a == "--ext") {
+      if (i + 1 >= args.size()) {
+        err << "nxfv entries: option --ext needs a value\n";
+        return 2;
+      }
+      o.ext = args[++i];
+      o.hasExt = true;
+    } else if (!optionsDone && a.rfind("--ext=", 0) == 0) {
+      o.ext = a.substr(6);
+      o.hasExt = true;
+    } else if (!optionsDone && a.size() > 1 && a[0] == '-') {
+      err << "nxfv entries: unknown option " << a << " (see nxfv --help)\n";
+      return 2;
+    } else if (!haveArchive) {
+      o.archive = a;
+      haveArchive = true;
+    } else {
+      err << "nxfv entries: only one ARCHIVE may be given\n";
+      return 2;
+    }
+  }
+  if (!haveArchive) {
+    err << "nxfv entries: missing ARCHIVE (see nxfv --help)\n";
+    return 2;
+  }
+  return 0;
+}
+
+}  // namespace
+
+std::string EntriesUsage() {
+  return "nxfv entries [--ext EXT] ARCHIVE\n"
+         "  Prints the archive reader's events for a ZIP or CAB file, one JSON object a\n"
+         "  line: Index, Total, FileName, ArchiveExt, Modified (date value), Size,\n"
+         "  CompSize, Method, Attr, Path, flags, CRC, Comments.\n"
+         "  --ext EXT            the extension that chooses the reader: zip, .zip, cab\n"
+         "                       or .cab (default: the file's own, in lower case)\n";
+}
+
+std::string DefaultArchiveExt(const std::string& path) {
+  const size_t leafStart = path.find_last_of("/\\");
+  const std::string leaf = leafStart == std::string::npos ? path : path.substr(leafStart + 1);
+  const size_t dot = leaf.rfind('.');
+  if (dot == std::string::npos) return "";
+  return Utf8Lower(leaf.substr(dot + 1));
+}
+
+int RunEntriesCommand(const std::vector<std::string>& args, Platform& platform, std::ostream& out,
+                      std::ostream& err) {
+  EntriesOptions o;
+  const int parsed = ParseArgs(args, o, err);
+  if (parsed == -1) {
+    out << EntriesUsage();
+    return 0;
+  }
+  if (parsed != 0) return parsed;
+
+  std::string path = o.archive;
+  if (platform.Separator() == '/' && !path.empty() && path[0] != '/') {
+    std::error_code ec;
+    const auto absolute = std::filesystem::absolute(path, ec);
+    if (!ec) path = absolute.lexically_normal().string();
+  }
+  uint32_t attributes = 0;
+  if (!platform.Files().GetAttributes(path, attributes)) {
+    err << "nxfv: " << o.archive << ": no such file\n";
+    return 1;
+  }
+  if (attributes & kAttrDirectory) {
+    err << "nxfv: " << o.archive << ": is a folder, not an archive\n";
+    return 1;
+  }
+  if (!platform.Files().OpenForRead(path)) {
+    err << "nxfv: " << o.archive << ": cannot be opened for reading\n";
+    return 1;
+  }
+
+  const std::string ext = o.hasExt ? o.ext : DefaultArchiveExt(o.archive);
+  if (ext != "zip" && ext != ".zip" && ext != "cab" && ext != ".cab") {
+    err << "nxfv entries: extension '" << ext << "' selects no reader; nothing listed (use --ext zip or cab)\n";
+  }
+  JsonLines lines(out);
+  cArchive reader(platform);
+  reader.SetListener(&lines);
+  reader.ArchiveName = path;
+  reader.ArchiveExt = ext;
+  reader.GetInfo();
+  out.flush();
+  return 0;
+}
+
+}  // namespace nxfv::cli

@@ -1,0 +1,173 @@
+#include "nxfv/entries_command.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <sstream>
+
+#include "platform/sim/simulated_platform.h"
+
+namespace nxfv::cli {
+namespace {
+
+void Put16(std::string& o, uint32_t v) {
+  o += static_cast<char>(v & 0xFF);
+  o += static_cast<char>((v >> 8) & 0xFF);
+}
+void Put32(std::string& o, uint32_t v) {
+  Put16(o, v & 0xFFFF);
+  Put16(o, v >> 16);
+}
+
+// A ZIP directory (no data) with one entry per name; comments optional.
+std::string Zip(const std::vector<std::pair<std::string, std::string>>& entries) {
+  std::string cd;
+  for (const auto& [name, comment] : entries) {
+    cd += "PK\x01\x02";
+    Put16(cd, 20);
+    Put16(cd, 20);
+    Put16(cd, 0x0801);                          // encrypted, UTF-8
+    Put16(cd, 8);                               // deflate
+    Put16(cd, (10 << 11) | (30 << 5) | 21);     // 10:30:42
+    Put16(cd, (44 << 9) | (3 << 5) | 15);       // 2024-03-15
+    Put32(cd, 0xDEADBEEF);
+    Put32(cd, 7);
+    Put32(cd, 0x80000000u);
+    Put16(cd, static_cast<uint32_t>(name.size()));
+    Put16(cd, 0);
+    Put16(cd, static_cast<uint32_t>(comment.size()));
+    Put16(cd, 0);
+    Put16(cd, 0);
+    Put32(cd, 32);
+    Put32(cd, 0);
+    cd += name + comment;
+  }
+  std::string end = "PK\x05\x06";
+  Put16(end, 0);
+  Put16(end, 0);
+  Put16(end, static_cast<uint32_t>(entries.size()));
+  Put16(end, static_cast<uint32_t>(entries.size()));
+  Put32(end, static_cast<uint32_t>(cd.size()));
+  Put32(end, 1);
+  Put16(end, 0);
+  return "L" + cd + end;
+}
+
+struct CommandRun {
+  int code;
+  std::string out;
+  std::string err;
+};
+
+CommandRun Entries(Platform& p, const std::vector<std::string>& args) {
+  std::ostringstream out, err;
+  const int code = RunEntriesCommand(args, p, out, err);
+  return {code, out.str(), err.str()};
+}
+
+TEST(EntriesCommandTest, PrintsOneJsonObjectPerEntryWithKeysInEventOrder) {
+  SimulatedPlatform p;
+  p.SimFiles().AddFileWithContent("C:\\data\\Pack.ZIP", Zip({{"docs/\"q\"\\\x01.txt", "note"}, {"b", ""}}));
+  const CommandRun r = Entries(p, {"C:\\data\\Pack.ZIP"});
+  EXPECT_EQ(r.code, 0);
+  EXPECT_EQ(r.err, "");
+  EXPECT_EQ(r.out,
+            "{\"Index\":1,\"Total\":2,\"FileName\":\"\\\"q\\\"\\\\\\u0001.txt\",\"ArchiveExt\":\"zip\","
+            "\"Modified\":45366.43798611112,\"Size\":-2147483648,\"CompSize\":7,\"Method\":8,\"Attr\":32,"
+            "\"Path\":\"docs/\",\"flags\":2049,\"CRC\":-559038737,\"Comments\":\"note\"}\n"
+            "{\"Index\":2,\"Total\":2,\"FileName\":\"b\",\"ArchiveExt\":\"zip\","
+            "\"Modified\":45366.43798611112,\"Size\":-2147483648,\"CompSize\":7,\"Method\":8,\"Attr\":32,"
+            "\"Path\":\"\",\"flags\":2049,\"CRC\":-559038737,\"Comments\":\"note\"}\n");
+}
+
+TEST(EntriesCommandTest, ModifiedReadsBackExactly) {
+  SimulatedPlatform p;
+  p.SimFiles().AddFileWithContent("C:\\a.zip", Zip({{"x", ""}}));
+  const CommandRun r = Entries(p, {"C:\\a.zip"});
+  const size_t at = r.out.find("\"Modified\":");
+  ASSERT_NE(at, std::string::npos);
+  const double printed = std::strtod(r.out.c_str() + at + 11, nullptr);
+  // 2024-03-15 10:30:42 as the reader computes it: ms / 86400000 - 109205.
+  const double expected = static_cast<double>(13354972242000LL) / 86400000.0 - 109205.0;
+  EXPECT_EQ(printed, expected);
+}
+
+TEST(EntriesCommandTest, ExtensionOptionChoosesTheReader) {
+  struct Case {
+    std::vector<std::string> args;
+    size_t lines;
+    bool warns;
+  };
+  SimulatedPlatform p;
+  p.SimFiles().AddFileWithContent("C:\\a.bin", Zip({{"x", ""}}));
+  p.SimFiles().AddFileWithContent("C:\\b.zip", Zip({{"x", ""}}));
+  const Case cases[] = {
+      {{"C:\\a.bin"}, 0, true},
+      {{"--ext", "zip", "C:\\a.bin"}, 1, false},
+      {{"C:\\a.bin", "--ext=.zip"}, 1, false},
+      {{"--ext", "cab", "C:\\b.zip"}, 0, false},  // not a cabinet: nothing
+      {{"--ext", "ZIP", "C:\\b.zip"}, 0, true},   // the reader wants lower case
+      {{"--", "C:\\b.zip"}, 1, false},
+  };
+  for (const Case& c : cases) {
+    const CommandRun r = Entries(p, c.args);
+    EXPECT_EQ(r.code, 0) << c.args[0];
+    EXPECT_EQ(static_cast<size_t>(std::count(r.out.begin(), r.out.end(), '\n')), c.lines) << c.args[0];
+    EXPECT_EQ(!r.err.empty(), c.warns) << c.args[0] << ": " << r.err;
+  }
+}
+
+TEST(EntriesCommandTest, UsageErrorsAndMissingArchives) {
+  struct Case {
+    std::vector<std::string> args;
+    int code;
+    const char* errPart;
+  };
+  SimulatedPlatform p;
+  p.SimFiles().AddFolder("C:\\dir.zip");
+  p.SimFiles().AddFileWithContent("C:\\a.zip", Zip({}));
+  const Case cases[] = {
+      {{}, 2, "missing ARCHIVE"},
+      {{"--ext"}, 2, "needs a value"},
+      {{"--bogus", "C:\\a.zip"}, 2, "unknown option --bogus"},
+      {{"C:\\a.zip", "C:\\a.zip"}, 2, "only one ARCHIVE"},
+      {{"C:\\nope.zip"}, 1, "C:\\nope.zip: no such file"},
+      {{"C:\\dir.zip"}, 1, "is a folder"},
+  };
+  for (const Case& c : cases) {
+    const CommandRun r = Entries(p, c.args);
+    EXPECT_EQ(r.code, c.code) << r.err;
+    EXPECT_NE(r.err.find(c.errPart), std::string::npos) << r.err;
+    EXPECT_EQ(r.out, "");
+  }
+  const CommandRun help = Entries(p, {"--help"});
+  EXPECT_EQ(help.code, 0);
+  EXPECT_NE(help.out.find("--ext EXT"), std::string::npos);
+}
+
+TEST(EntriesCommandTest, ReaderBoxesGoToThePlatformAndListingGoesOn) {
+  SimulatedPlatform p;
+  std::string zip = Zip({{"a", ""}, {"b", ""}});
+  zip[1 + 28] = '\x00';  // first name length -> 0x8000
+  zip[1 + 29] = '\x80';
+  p.SimFiles().AddFileWithContent("C:\\bad.zip", zip);
+  const CommandRun r = Entries(p, {"C:\\bad.zip"});
+  EXPECT_EQ(r.code, 0);
+  EXPECT_EQ(std::count(r.out.begin(), r.out.end(), '\n'), 2);
+  ASSERT_FALSE(p.SimBoxes().Shown().empty());
+  EXPECT_EQ(p.SimBoxes().Shown()[0].title, "NxFileViewer");
+}
+
+TEST(EntriesCommandTest, DefaultExtensionIsTheLowerCaseSuffix) {
+  struct Case {
+    const char* path;
+    const char* ext;
+  };
+  for (const Case& c : {Case{"C:\\x\\A.ZIP", "zip"}, Case{"/t/b.Cab", "cab"}, Case{"/t/archive", ""},
+                        Case{"/t/.cab", "cab"}, Case{"/a.b/c", ""}, Case{"x.tar.gz", "gz"}, Case{"dot.", ""}}) {
+    EXPECT_EQ(DefaultArchiveExt(c.path), c.ext) << c.path;
+  }
+}
+
+}  // namespace
+}  // namespace nxfv::cli
