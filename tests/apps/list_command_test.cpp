@@ -1,0 +1,109 @@
+#include "nxfv/list_command.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+#include "nxfv/list_output.h"
+#include "platform/linux/linux_platform.h"
+#include "platform/variant.h"
+
+namespace nxfv::cli {
+namespace {
+
+class ListCommandTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    char tmpl[] = "/tmp/nxfv-cli-XXXXXX";
+    ASSERT_NE(mkdtemp(tmpl), nullptr);
+    dir = tmpl;
+    std::ofstream(dir + "/b.txt") << std::string(2048, 'b');
+    std::ofstream(dir + "/a \"q\".txt") << "a";
+    std::system(("mkdir '" + dir + "/sub'").c_str());
+  }
+  void TearDown() override { std::system(("rm -rf '" + dir + "'").c_str()); }
+  int Run(std::vector<std::string> args) {
+    out.str("");
+    err.str("");
+    return RunListCommand(args, platform, out, err);
+  }
+  std::string dir;
+  LinuxPlatform platform;
+  std::ostringstream out, err;
+};
+
+TEST_F(ListCommandTest, ExitCodesAndUsageErrors) {
+  struct Case {
+    std::vector<std::string> args;
+    int code;
+    const char* errPart;
+  } cases[] = {
+      {{}, 2, "missing PATH"},
+      {{"--bogus", "x"}, 2, "unknown option --bogus"},
+      {{"--pattern"}, 2, "needs a value"},
+      {{"--view-options", "many", "/"}, 2, "needs a number"},
+      {{"--sort", "nam:sideways", "/"}, 2, "bad sort direction"},
+      {{"/", "/tmp"}, 2, "only one PATH"},
+      {{"/no/such/place"}, 1, "no such file or folder"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(Run(c.args), c.code) << c.errPart;
+    EXPECT_NE(err.str().find(c.errPart), std::string::npos) << err.str();
+  }
+  EXPECT_EQ(Run({"--help"}), 0);
+  EXPECT_NE(out.str().find("--view-options"), std::string::npos);
+}
+
+TEST_F(ListCommandTest, TableShowsTheVisibleColumnsInViewOrder) {
+  ASSERT_EQ(Run({"--no-goup", dir, "--sort", "siz:desc"}), 0);
+  std::istringstream lines(out.str());
+  std::string header, first, second, third;
+  std::getline(lines, header);
+  std::getline(lines, first);
+  std::getline(lines, second);
+  std::getline(lines, third);
+  EXPECT_EQ(header.rfind("Name", 0), 0u);
+  EXPECT_NE(header.find("Modified"), std::string::npos);
+  EXPECT_EQ(header.find("Attributes"), std::string::npos);
+  EXPECT_EQ(first.rfind("sub ", 0), 0u);  // descending: folders first
+  EXPECT_EQ(second.rfind("b.txt", 0), 0u);
+  EXPECT_NE(second.find("2 KB"), std::string::npos);
+  EXPECT_EQ(second.substr(header.find("Ext"), 4), "txt ");  // columns line up under their captions
+}
+
+TEST_F(ListCommandTest, JsonHoldsColumnsRowsAndItems) {
+  ASSERT_EQ(Run({dir, "--json", "--no-folders", "--pattern", "*.txt"}), 0);
+  const std::string j = out.str();
+  EXPECT_EQ(j.rfind("{\"path\":\"" + dir + "\",\"insideArchive\":false,\"columns\":[{\"key\":\"nam\"", 0), 0u);
+  EXPECT_NE(j.find("{\"key\":\"sort\",\"caption\":\"sort\",\"width\":0}"), std::string::npos);
+  EXPECT_NE(j.find("\"key\":\"a \\\"q\\\".txt\""), std::string::npos);  // quotes escaped
+  EXPECT_NE(j.find("\"FileSize\":2048"), std::string::npos);
+  EXPECT_NE(j.find("\"ArchivInfo\":{\"IsInArchive\":false"), std::string::npos);
+  EXPECT_EQ(j.find("\"sub\",\"text\""), std::string::npos);
+  EXPECT_NE(j.find("\"key\":\"sysgoup\""), std::string::npos);
+}
+
+TEST(JsonTextTest, StringsNumbersAndVariants) {
+  struct Case {
+    Variant value;
+    const char* json;
+  } cases[] = {
+      {Variant(), "null"},
+      {Variant(true), "true"},
+      {Variant(int32_t{-7}), "-7"},
+      {Variant(0.1), "0.1"},
+      {Variant(DateValue{45366.5}), "45366.5"},
+      {Variant("a\tb\x01\"\\"), "\"a\\tb\\u0001\\\"\\\\\""},
+  };
+  for (const auto& c : cases) {
+    std::string s;
+    AppendJsonVariant(s, c.value);
+    EXPECT_EQ(s, c.json);
+  }
+}
+
+}  // namespace
+}  // namespace nxfv::cli
