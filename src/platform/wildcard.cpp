@@ -41,13 +41,13 @@ std::u32string Fold(std::string_view s) {
 
 }  // namespace
 
-bool PathMatchSpec(std::string_view name, std::string_view spec) {
+bool PathMatchSpec(std::string_view name, std::string_view patterns) {
   const std::u32string folded = Fold(name);
   size_t start = 0;
-  while (start <= spec.size()) {
-    size_t end = spec.find(';', start);
-    if (end == std::string_view::npos) end = spec.size();
-    std::string_view one = spec.substr(start, end - start);
+  while (start <= patterns.size()) {
+    size_t end = patterns.find(';', start);
+    if (end == std::string_view::npos) end = patterns.size();
+    std::string_view one = patterns.substr(start, end - start);
     while (!one.empty() && one.front() == ' ') one.remove_prefix(1);
     if (!one.empty() && MatchOne(folded, Fold(one))) return true;
     start = end + 1;

@@ -11,6 +11,6 @@
 
 namespace nxfv {
 
-bool PathMatchSpec(std::string_view name, std::string_view spec);
+bool PathMatchSpec(std::string_view name, std::string_view patterns);
 
 }  // namespace nxfv

@@ -6,4 +6,4 @@
 #include "shell/path_text.h"
 #include "shell/resource_strings.h"
 #include "shell/show_error.h"
-#include "shell/special_folders.h"
+#include "shell/shell_folders.h"

@@ -12,7 +12,7 @@
 #include "platform/date.h"
 #include "platform/linux/linux_locale_time.h"
 #include "platform/sim/sim_services.h"
-#include "shell/special_folders.h"
+#include "shell/shell_folders.h"
 
 namespace nxfv {
 namespace {

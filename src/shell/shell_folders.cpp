@@ -1,4 +1,4 @@
-#include "shell/special_folders.h"
+#include "shell/shell_folders.h"
 
 #include "platform/platform.h"
 #include "shell/path_text.h"
