@@ -1,0 +1,124 @@
+#include "archive/archive_test_util.h"
+#include "viewer_fixture.h"
+
+namespace nxfv::testing {
+namespace {
+
+using testing_archive::BuildCab;
+using testing_archive::BuildZip;
+using testing_archive::CabFile;
+using testing_archive::ZipEntry;
+
+class ArchiveViewTest : public ViewerTest {
+ protected:
+  void SetUp() override {
+    ViewerTest::SetUp();
+    viewer->setViewOptions(0x1FFBFF);
+  }
+  std::shared_ptr<NxFileListItem> Item(const std::string& key) { return viewer->Items()->Item(Variant(key)); }
+};
+
+TEST_F(ArchiveViewTest, ZipEntriesBecomeRowsAndItems) {
+  files().AddFileWithContent(
+      "C:\\a\\t.zip",
+      BuildZip({ZipEntry("docs/"), ZipEntry("docs/read.me.txt").Size(200).CompressedSize(50).Flags(1).Comment("c1"),
+                ZipEntry("2024").Method(0).Size(0).CompressedSize(0), ZipEntry("grew.bin").Size(10).CompressedSize(12),
+                ZipEntry("noext").Crc(0xFFFFFFFF)}));
+  listener.log.clear();
+  viewer->setCurrentfolder("C:\\a\\t.zip");
+  EXPECT_TRUE(viewer->InsideArchive());
+  ASSERT_GE(listener.log.size(), 2u);
+  EXPECT_EQ(listener.log[listener.log.size() - 2], "AfterNewView C:\\a\\t.zip archive");
+  EXPECT_EQ(viewer->ListView1().RowCount(), 5u);
+  EXPECT_TRUE(platform->SimBoxes().Shown().empty());
+
+  // A folder entry: empty text, type Folder, the folder in "pth" and Path.
+  auto folder = Item("docs/");
+  ASSERT_TRUE(folder);
+  EXPECT_EQ(folder->ListItemTyp(), typeoffitem::Folder);
+  EXPECT_EQ(folder->Path(), "docs/\\");
+  EXPECT_EQ(Cell("docs/", "pth"), "docs/");
+  EXPECT_EQ(viewer->ListView1().FindRow("docs/")->Text(), "");
+
+  auto file = Item("docs/read.me.txt");
+  ASSERT_TRUE(file);
+  EXPECT_EQ(file->Key(), "read.me.txt");  // the item keeps the bare name as its key
+  EXPECT_EQ(file->ListItemTyp(), typeoffitem::file);
+  EXPECT_EQ(Cell("docs/read.me.txt", "rat"), "75.0%");
+  EXPECT_EQ(Cell("docs/read.me.txt", "enc"), "True");
+  EXPECT_EQ(Cell("docs/read.me.txt", "mtd"), "Deflated:N");
+  EXPECT_EQ(Cell("docs/read.me.txt", "crc"), "12345678");
+  EXPECT_EQ(Cell("docs/read.me.txt", "sig"), "na");
+  EXPECT_EQ(Cell("docs/read.me.txt", "com"), "c1");
+  EXPECT_EQ(Cell("docs/read.me.txt", "typ"), "Text Document");
+  EXPECT_EQ(Cell("docs/read.me.txt", "mod"), "3/15/2024");
+  EXPECT_EQ(Cell("docs/read.me.txt", "tim"), "10:30:42 AM");  // archive times are not shifted
+  EXPECT_EQ(Cell("docs/read.me.txt", "cre"), "3/15/2024 10:30:42 AM");
+  EXPECT_EQ(file->DateModified().AsString(), "3/15/2024");
+  const AInfo info = file->ArchivInfo();
+  EXPECT_TRUE(info.IsInArchive);
+  EXPECT_EQ(info.CompressedSize, 50);
+  EXPECT_EQ(info.Encoded, -1);
+  EXPECT_EQ(info.Comments, "c1");
+  // Left at their defaults on purpose.
+  EXPECT_EQ(info.UncompressedSize, 0);
+  EXPECT_EQ(info.CRC, 0);
+  EXPECT_EQ(info.ArchiveSubPath, "");
+  EXPECT_EQ(info.Method, "");
+
+  EXPECT_NE(Item("2024##$$"), nullptr);                  // numeric names are marked at the end
+  EXPECT_EQ(Cell("2024##$$", "rat"), "00.0%");          // size 0
+  EXPECT_EQ(Cell("grew.bin", "rat"), "00.0%");          // grew: no negative ratio
+  EXPECT_EQ(Cell("noext", "crc"), "FFFFFFFF");
+  EXPECT_EQ(Cell("noext", "com"), "c1");  // the reader carries an earlier comment over
+  // No extension: the icon of the entry before it, and no type.
+  const ListView& lv = viewer->ListView1();
+  EXPECT_EQ(lv.FindRow("noext")->Image(), lv.FindRow("grew.bin")->Image());
+  EXPECT_EQ(Cell("noext", "typ"), "");
+}
+
+TEST_F(ArchiveViewTest, CabEntriesAndHostUserData) {
+  testing_archive::CabSpec cab;
+  cab.files = {CabFile("a.txt"), CabFile("sub\\b.txt")};
+  cab.typeCompress = 2;
+  files().AddFileWithContent("C:\\a\\t.cab", BuildCab(cab));
+  listener.onSetUserdata = [](FileViewerEvents::ItemRef& item, std::string& a, std::string&) {
+    a = "seen";
+    NxFileListItem::Internal::SetKey(*item, "changed");
+    item->setDisplayname("changed");
+  };
+  viewer->setCurrentfolder("C:\\a\\t.cab");
+  EXPECT_EQ(Cell("a.txt", "mtd"), "Lzx");
+  EXPECT_EQ(Cell("a.txt", "enc"), "False");
+  EXPECT_EQ(Cell("a.txt", "rat"), "100.0%");  // cabinets report no compressed size
+  EXPECT_EQ(Cell("a.txt", "userd1"), "seen");
+  auto item = Item("a.txt");
+  EXPECT_EQ(item->Key(), "a.txt");  // the host cannot change key or name here
+  EXPECT_EQ(item->Displayname(), "a.txt");
+  EXPECT_EQ(item->UserDataA(), "seen");
+  EXPECT_EQ(Item("sub\\b.txt")->Path(), "sub\\");
+}
+
+TEST_F(ArchiveViewTest, DuplicateEntriesAreReportedAndTheRestListed) {
+  files().AddFileWithContent("C:\\a\\d.zip", BuildZip({ZipEntry("x.txt"), ZipEntry("x.txt"), ZipEntry("y.txt")}));
+  viewer->setCurrentfolder("C:\\a\\d.zip");
+  EXPECT_EQ(viewer->ListView1().RowCount(), 2u);
+  ASSERT_EQ(platform->SimBoxes().Shown().size(), 1u);
+  EXPECT_NE(platform->SimBoxes().Shown()[0].text.find("35602"), std::string::npos);
+  EXPECT_NE(viewer->ListView1().FindRow("y.txt"), nullptr);
+}
+
+TEST_F(ArchiveViewTest, ArchivesAreFoldersListedAsFilesWhenDivingIsOff) {
+  files().AddFileWithContent("C:\\a\\t.ZIP", BuildZip({ZipEntry("x.txt")}));
+  viewer->setAllowDiveIntoArchives(false);
+  viewer->setCurrentfolder("C:\\a\\t.ZIP");
+  EXPECT_FALSE(viewer->InsideArchive());
+  EXPECT_EQ(platform->SimBoxes().Shown().size(), 1u);  // not a folder
+  viewer->setAllowDiveIntoArchives(true);
+  viewer->setCurrentfolder("C:\\a\\t.ZIP");  // the extension is lower-cased for the reader
+  EXPECT_TRUE(viewer->InsideArchive());
+  EXPECT_NE(viewer->ListView1().FindRow("x.txt"), nullptr);
+}
+
+}  // namespace
+}  // namespace nxfv::testing
