@@ -1,6 +1,8 @@
 #include "nxfv/entries_command.h"
 
+#include <charconv>
 #include <filesystem>
+#include <string_view>
 
 #include "archive/archive_reader.h"
 #include "nxfv/list_output.h"
@@ -11,48 +13,97 @@ namespace nxfv::cli {
 
 namespace {
 
-// Writes each event as soon as it arrives; a 32767-entry archive streams
-// instead of piling up in memory.
+// Appends text as a JSON string. Runs of bytes that need no escape are
+// copied at once; the reader's text is valid UTF-8 already.
+void AppendJsonText(std::string& out, std::string_view text) {
+  static constexpr char kHex[] = "0123456789abcdef";
+  out += '"';
+  size_t run = 0;
+  for (size_t i = 0; i < text.size(); ++i) {
+    const auto c = static_cast<unsigned char>(text[i]);
+    if (c >= 0x20 && c != '"' && c != '\\') continue;
+    out.append(text, run, i - run);
+    run = i + 1;
+    switch (c) {
+      case '"': out += "\\\""; break;
+      case '\\': out += "\\\\"; break;
+      case '\n': out += "\\n"; break;
+      case '\r': out += "\\r"; break;
+      case '\t': out += "\\t"; break;
+      default:
+        out += "\\u00";
+        out += kHex[c >> 4];
+        out += kHex[c & 15];
+    }
+  }
+  out.append(text, run, text.size() - run);
+  out += '"';
+}
+
+void AppendInt(std::string& out, int32_t value) {
+  char buf[16];
+  const auto result = std::to_chars(buf, buf + sizeof buf, value);
+  out.append(buf, result.ptr);
+}
+
+// Collects the lines and writes them in large blocks; a 32767-entry archive
+// streams out in a few dozen writes instead of piling up in memory.
 class JsonLines : public cArchiveEvents {
  public:
-  explicit JsonLines(std::ostream& out) : out_(out) {}
+  explicit JsonLines(std::ostream& out) : out_(out) { buffer_.reserve(kBlock + 4096); }
+  ~JsonLines() override { Flush(); }
 
   void FileFound(int32_t Index, int32_t Total, std::string FileName, std::string ArchiveExt, double Modified,
                  int32_t Size, int32_t CompSize, int32_t Method, int32_t Attr, std::string Path, int32_t flags,
                  int32_t CRC, std::string Comments) override {
-    line_.clear();
-    line_ += "{\"Index\":";
-    line_ += std::to_string(Index);
-    line_ += ",\"Total\":";
-    line_ += std::to_string(Total);
-    line_ += ",\"FileName\":";
-    AppendJsonString(line_, FileName);
-    line_ += ",\"ArchiveExt\":";
-    AppendJsonString(line_, ArchiveExt);
-    line_ += ",\"Modified\":";
-    AppendJsonNumber(line_, Modified);
-    Number(",\"Size\":", Size);
-    Number(",\"CompSize\":", CompSize);
-    Number(",\"Method\":", Method);
-    Number(",\"Attr\":", Attr);
-    line_ += ",\"Path\":";
-    AppendJsonString(line_, Path);
-    Number(",\"flags\":", flags);
-    Number(",\"CRC\":", CRC);
-    line_ += ",\"Comments\":";
-    AppendJsonString(line_, Comments);
-    line_ += "}\n";
-    out_.write(line_.data(), static_cast<std::streamsize>(line_.size()));
+    std::string& b = buffer_;
+    b += "{\"Index\":";
+    AppendInt(b, Index);
+    b += ",\"Total\":";
+    AppendInt(b, Total);
+    b += ",\"FileName\":";
+    AppendJsonText(b, FileName);
+    b += ",\"ArchiveExt\":";
+    AppendJsonText(b, ArchiveExt);
+    b += ",\"Modified\":";
+    if (Modified != lastModified_ || modifiedText_.empty()) {
+      // Shortest form that reads back exactly; entries mostly share dates.
+      modifiedText_.clear();
+      AppendJsonNumber(modifiedText_, Modified);
+      lastModified_ = Modified;
+    }
+    b += modifiedText_;
+    b += ",\"Size\":";
+    AppendInt(b, Size);
+    b += ",\"CompSize\":";
+    AppendInt(b, CompSize);
+    b += ",\"Method\":";
+    AppendInt(b, Method);
+    b += ",\"Attr\":";
+    AppendInt(b, Attr);
+    b += ",\"Path\":";
+    AppendJsonText(b, Path);
+    b += ",\"flags\":";
+    AppendInt(b, flags);
+    b += ",\"CRC\":";
+    AppendInt(b, CRC);
+    b += ",\"Comments\":";
+    AppendJsonText(b, Comments);
+    b += "}\n";
+    if (b.size() >= kBlock) Flush();
+  }
+
+  void Flush() {
+    out_.write(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
+    buffer_.clear();
   }
 
  private:
-  void Number(const char* key, int32_t value) {
-    line_ += key;
-    line_ += std::to_string(value);
-  }
-
+  static constexpr size_t kBlock = 64 * 1024;
   std::ostream& out_;
-  std::string line_;
+  std::string buffer_;
+  double lastModified_ = 0;
+  std::string modifiedText_;
 };
 
 struct EntriesOptions {
@@ -157,6 +208,7 @@ int RunEntriesCommand(const std::vector<std::string>& args, Platform& platform, 
   reader.ArchiveName = path;
   reader.ArchiveExt = ext;
   reader.GetInfo();
+  lines.Flush();
   out.flush();
   return 0;
 }

@@ -46,7 +46,9 @@ char32_t LegacyCodePoint(uint8_t b, LegacyCodePage codePage) {
 
 std::string DecodeArchiveText(std::span<const uint8_t> bytes, LegacyCodePage codePage) {
   const std::string_view raw(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-  if (IsValidUtf8(raw)) return std::string(raw);
+  uint8_t high = 0;
+  for (uint8_t b : bytes) high |= b;
+  if (high < 0x80 || IsValidUtf8(raw)) return std::string(raw);  // ASCII is the common case
   std::string out;
   out.reserve(bytes.size() * 2);
   for (uint8_t b : bytes) AppendUtf8(out, LegacyCodePoint(b, codePage));
@@ -63,6 +65,16 @@ void SplitArchiveName(std::string_view stored, std::string& path, std::string& f
   }
   path.assign(stored.substr(0, cut + 1));
   fileName.assign(stored.substr(cut + 1));
+}
+
+double DosDateCache::Get(TimeService& time, uint16_t dosDate, uint16_t dosTime) {
+  if (!valid_ || dosDate != date_ || dosTime != time_) {
+    value_ = ArchiveDateValue(time, dosDate, dosTime);
+    date_ = dosDate;
+    time_ = dosTime;
+    valid_ = true;
+  }
+  return value_;
 }
 
 double ArchiveDateValue(TimeService& time, uint16_t dosDate, uint16_t dosTime) {

@@ -30,6 +30,19 @@ void SplitArchiveName(std::string_view stored, std::string& path, std::string& f
 // invalid DOS date gives 1980-01-01 03:00:00, the reader's substitute.
 double ArchiveDateValue(TimeService& time, uint16_t dosDate, uint16_t dosTime);
 
+// ArchiveDateValue of the last date and time asked for, remembered: the
+// entries of an archive mostly share a handful of timestamps.
+class DosDateCache {
+ public:
+  double Get(TimeService& time, uint16_t dosDate, uint16_t dosTime);
+
+ private:
+  bool valid_ = false;
+  uint16_t date_ = 0;
+  uint16_t time_ = 0;
+  double value_ = 0;
+};
+
 // The substitute for an invalid DOS date, in milliseconds since 1601.
 inline constexpr int64_t kInvalidDosDateMs = 11960017200000LL;
 

@@ -86,6 +86,7 @@ void cArchive::GetCab() {
   std::string fileName;
   int32_t nameLength = 0;
   double modified = 0;
+  DosDateCache dates;
 
   for (int32_t index = 1; index <= total; ++index) {
     step.Run(kLineEntry, [&] { ReadRecord(file, position, block); });
@@ -99,7 +100,7 @@ void cArchive::GetCab() {
       }
     });
     step.Run(kLineDate, [&] {
-      modified = ArchiveDateValue(platform.Time(), fields.U16(cab::kDate), fields.U16(cab::kTime));
+      modified = dates.Get(platform.Time(), fields.U16(cab::kDate), fields.U16(cab::kTime));
     });
     step.Run(kLineRaise, [&] {
       if (!listener_) return;

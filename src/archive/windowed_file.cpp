@@ -7,9 +7,12 @@ namespace nxfv {
 
 void WindowedFile::Fill(uint64_t offset, size_t length) {
   length = std::min(length, kMaxWindow);
-  window_.resize(length);
+  if (length > capacity_) {
+    window_ = std::make_unique_for_overwrite<uint8_t[]>(length);
+    capacity_ = length;
+  }
   start_ = offset;
-  held_ = length == 0 ? 0 : file_.ReadAt(offset, window_.data(), length);
+  held_ = length == 0 ? 0 : file_.ReadAt(offset, window_.get(), length);
   ++fileReads_;
   held_ = std::min(held_, length);
   endSeen_ = held_ < length;
@@ -29,7 +32,7 @@ size_t WindowedFile::ReadAt(uint64_t offset, uint8_t* buffer, size_t n) {
     const size_t avail = held_ - at;
     if (n > avail && !endSeen_) return false;
     count = std::min(n, avail);
-    if (count > 0) std::memcpy(buffer, window_.data() + at, count);
+    if (count > 0) std::memcpy(buffer, window_.get() + at, count);
     return true;
   };
   size_t count = 0;

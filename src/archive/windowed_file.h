@@ -10,7 +10,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <vector>
+#include <memory>
 
 #include "platform/services.h"
 
@@ -36,7 +36,8 @@ class WindowedFile {
   void Fill(uint64_t offset, size_t length);
 
   RandomAccessFile& file_;
-  std::vector<uint8_t> window_;
+  std::unique_ptr<uint8_t[]> window_;  // not zero-filled: only held_ bytes are read
+  size_t capacity_ = 0;
   uint64_t start_ = 0;
   size_t held_ = 0;      // bytes of the window that hold file data
   bool endSeen_ = false; // the fill stopped short: the file ends at start_ + held_

@@ -94,6 +94,7 @@ void cArchive::GetZip() {
   std::string path;
   std::string fileName;
   double modified = 0;
+  DosDateCache dates;
 
   for (int32_t index = 1; index <= total; ++index) {
     step.Run(kLineEntryHeader, [&] { ReadRecord(file, position, header); });
@@ -118,7 +119,7 @@ void cArchive::GetZip() {
       step.Run(kLinePastComment, [&] { position = AddPosition(position, commentLength); });
     }
     step.Run(kLineDate, [&] {
-      modified = ArchiveDateValue(platform.Time(), fields.U16(zip::kCdModDate), fields.U16(zip::kCdModTime));
+      modified = dates.Get(platform.Time(), fields.U16(zip::kCdModDate), fields.U16(zip::kCdModTime));
     });
     step.Run(kLineRaise, [&] {
       if (!listener_) return;
