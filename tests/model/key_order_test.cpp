@@ -1,5 +1,5 @@
-// The building blocks of the keyed collection: key comparison, the
-// position list with tombstones, the hash index.
+// The building blocks of the keyed collection: key comparison and the hash
+// index (the position list is checked through the collection).
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -9,7 +9,6 @@
 
 #include "model/key_compare.h"
 #include "model/key_hash_index.h"
-#include "model/position_list.h"
 
 namespace nxfv {
 namespace {
@@ -20,30 +19,24 @@ TEST(KeyCompareTest, OrderAndEqualityUnderBothModes) {
     bool text;
     int expected;  // sign
   } cases[] = {
-      {"", "", false, 0},
-      {"", "a", false, -1},
-      {"a", "A", false, 1},
-      {"a", "A", true, 0},
-      {"abc", "ABD", true, -1},
+      {"", "", false, 0},          {"", "a", false, -1},      {"a", "A", false, 1},      {"a", "A", true, 0},
+      {"abc", "ABD", true, -1},    {"ab", "a", true, 1},
       {"_", "a", true, -1},  // folded to lower case: '_' stays before letters
       {"_", "A", false, 1},
       {"\xC3\xA4", "\xC3\x84", true, 0},  // ä / Ä
       {"\xC3\xA4", "\xC3\x84", false, 1},
+      {"a\xC3\xA4", "A\xC3\x84x", true, -1},
       {"\xF0\x9F\x98\x80", "\xEF\xBF\xBD", false, -1},  // U+1F600 before U+FFFD in code units
       {"\xF0\x9F\x98\x80", "\xED\x9F\xBF", false, 1},   // but after U+D7FF
       {"a\xFF", "a\xC3\xBF", false, 1},  // a stray byte is not U+00FF: it sorts just after it
       {"a\xFF", "a\xC3\xBF", true, 1},
-      {"ab", "a", true, 1},
-      {"a\xC3\xA4", "A\xC3\x84x", true, -1},
   };
   for (const Case& c : cases) {
-    const int got = CompareKeys(c.a, c.b, c.text);
+    const int got = CompareKeys(c.a, c.b, c.text), back = CompareKeys(c.b, c.a, c.text);
     EXPECT_EQ((got > 0) - (got < 0), c.expected) << c.a << " vs " << c.b << " text " << c.text;
-    EXPECT_EQ(-CompareKeys(c.b, c.a, c.text) > 0, c.expected > 0) << c.a << " vs " << c.b;
+    EXPECT_EQ((back < 0) - (back > 0), c.expected) << c.a << " vs " << c.b << " text " << c.text;
     EXPECT_EQ(KeysEqual(c.a, c.b, c.text), c.expected == 0) << c.a << " vs " << c.b;
-    if (c.expected == 0) {
-      EXPECT_EQ(HashKey(c.a, c.text), HashKey(c.b, c.text)) << c.a;
-    }
+    EXPECT_TRUE(c.expected != 0 || HashKey(c.a, c.text) == HashKey(c.b, c.text)) << c.a;
   }
 }
 
@@ -61,51 +54,10 @@ TEST(KeyCompareTest, RandomBytesSortConsistently) {
     for (int i = 0; i < 20000; ++i) {
       const std::string a = random(), b = random(), c = random();
       const int ab = CompareKeys(a, b, text), bc = CompareKeys(b, c, text), ac = CompareKeys(a, c, text);
-      if (ab < 0 && bc < 0) {
-        ASSERT_LT(ac, 0);
-      }
-      if (ab == 0 && bc == 0) {
-        ASSERT_EQ(ac, 0);
-      }
-      ASSERT_EQ(ab == 0, text ? ab == 0 : a == b);
-      if (ab == 0) {
-        ASSERT_EQ(HashKey(a, text), HashKey(b, text));
-      }
-    }
-  }
-}
-
-TEST(PositionListTest, AgreesWithAVectorThroughTombstonesAndCompaction) {
-  PositionList list;
-  std::vector<uint32_t> model;
-  std::vector<uint32_t> placeOf(100000, PositionList::kDead);
-  auto relink = [&](uint32_t slot, uint32_t place) { placeOf[slot] = place; };
-  std::mt19937 rng(5);
-  uint32_t next = 0;
-  for (int step = 0; step < 20000; ++step) {
-    const uint32_t r = rng() % 10;
-    // Phases heavy in removals reach the compaction threshold.
-    const bool removing = (step / 2000) % 2 == 1;
-    if (model.empty() || (!removing && r < 6) || (removing && r < 2)) {
-      placeOf[next] = list.Append(next);
-      model.push_back(next++);
-    } else if (r < 9) {
-      const size_t p = rng() % model.size();
-      list.Erase(placeOf[model[p]], relink);
-      model.erase(model.begin() + static_cast<std::ptrdiff_t>(p));
-    } else {
-      const size_t from = rng() % model.size(), to = rng() % model.size();
-      list.Move(from, to, relink);
-      const uint32_t s = model[from];
-      model.erase(model.begin() + static_cast<std::ptrdiff_t>(from));
-      model.insert(model.begin() + static_cast<std::ptrdiff_t>(to), s);
-    }
-    ASSERT_EQ(list.Count(), model.size());
-    if (step % 50 == 0) {
-      for (size_t p = 0; p < model.size(); ++p) {
-        ASSERT_EQ(list.SlotAt(p), model[p]) << "step " << step;
-        ASSERT_EQ(list.PositionOfPlace(placeOf[model[p]]), p) << "step " << step;
-      }
+      ASSERT_TRUE(!(ab < 0 && bc < 0) || ac < 0) << a << " < " << b << " < " << c;
+      ASSERT_TRUE(!(ab == 0 && bc == 0) || ac == 0) << a << " = " << b << " = " << c;
+      ASSERT_TRUE(text || (ab == 0) == (a == b)) << a << " vs " << b;
+      ASSERT_TRUE(ab != 0 || HashKey(a, text) == HashKey(b, text)) << a << " vs " << b;
     }
   }
 }
