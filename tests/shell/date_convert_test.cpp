@@ -13,44 +13,29 @@ constexpr double kOneMs = 1.0 / 86400000.0;
 uint16_t DosDate(int y, int m, int d) { return static_cast<uint16_t>(((y - 1980) << 9) | (m << 5) | d); }
 uint16_t DosTime(int h, int mi, int s) { return static_cast<uint16_t>((h << 11) | (mi << 5) | (s / 2)); }
 
-TEST(FileTimeToDateTest, ZeroIsTheMissingTimeSubstitute) {
+TEST(FileTimeToDateTest, ZeroBecomes1980AndTicksKeepTheirMilliseconds) {
   SimulatedPlatform p;
   EXPECT_DOUBLE_EQ(FileTimeToDate(p, 0, false), 29221.125);  // 1980-01-01 03:00:00
-  EXPECT_DOUBLE_EQ(FileTimeToDate(p, kMissingFileTime, false), 29221.125);
   // With toLocal the substitute is converted too (+120 minutes by default).
   EXPECT_NEAR(FileTimeToDate(p, 0, true), 29221.125 + 2.0 / 24, kOneMs);
-}
-
-TEST(FileTimeToDateTest, ConvertsTicksAndLocalOffsets) {
-  SimulatedPlatform p;
   CivilDateTime c;
   c.year = 2024, c.month = 3, c.day = 15, c.hour = 10, c.minute = 30;
   uint64_t ft = 0;
   ASSERT_TRUE(CivilToFileTime(c, ft));
   const double expected = DateSerial(2024, 3, 15, 10, 30, 0);
-  EXPECT_NEAR(FileTimeToDate(p, ft, false), expected, kOneMs);
   p.SimClock().SetOffsetMinutes(-300);
   EXPECT_NEAR(FileTimeToDate(p, ft, true), expected - 5.0 / 24, kOneMs);
-  // Milliseconds survive: the day count and the fraction are kept apart.
+  // The day count and the fraction are kept apart, so milliseconds survive.
   EXPECT_NEAR(FileTimeToDate(p, ft + 1234 * 10000ULL, false), expected + 1234 * kOneMs, kOneMs / 100);
-  // 1601-01-01 itself (tick 1) and a failed local conversion (result 0).
+  // 1601-01-01 itself (tick 1), and a failed local conversion (result 0).
   EXPECT_NEAR(FileTimeToDate(p, 1, false), -109205.0, kOneMs);
   EXPECT_DOUBLE_EQ(FileTimeToDate(p, 10, true), -109205.0);
 }
 
 TEST(MakeInt64Test, WordsAreUnsigned) {
-  struct Case {
-    uint32_t high, low;
-    uint64_t value;
-  } cases[] = {
-      {0, 0, 0},
-      {0, 1, 1},
-      {1, 0, 4294967296ULL},
-      {0, 0xFFFFFFFFu, 4294967295ULL},  // bit 31 of the low word is not a sign
-      {static_cast<uint32_t>(-1), static_cast<uint32_t>(-1), UINT64_MAX},
-      {5, 7, 5 * 4294967296ULL + 7},
-  };
-  for (const Case& c : cases) EXPECT_EQ(MakeInt64(c.high, c.low), c.value) << c.high << ":" << c.low;
+  EXPECT_EQ(MakeInt64(0, 0xFFFFFFFFu), 4294967295ULL);  // bit 31 of the low word is no sign
+  EXPECT_EQ(MakeInt64(5, 0x80000007u), 5 * 4294967296ULL + 0x80000007u);
+  EXPECT_EQ(MakeInt64(0xFFFFFFFFu, 0xFFFFFFFFu), UINT64_MAX);
 }
 
 TEST(DosDateToDateTest, ValidWordsNoTimeZone) {
@@ -61,7 +46,6 @@ TEST(DosDateToDateTest, ValidWordsNoTimeZone) {
     double expected;
   } cases[] = {
       {DosDate(2024, 3, 15), DosTime(10, 30, 58), DateSerial(2024, 3, 15, 10, 30, 58)},
-      {DosDate(1980, 1, 1), 0, DateSerial(1980, 1, 1)},
       {DosDate(2024, 2, 29), DosTime(23, 59, 58), DateSerial(2024, 2, 29, 23, 59, 58)},
       {DosDate(2107, 12, 31), 0, DateSerial(2107, 12, 31)},
       // A word read into a signed 16-bit integer: years from 2044 are negative.
@@ -81,7 +65,6 @@ TEST(DosDateToDateTest, InvalidWordsGiveTheMissingTimeSubstitute) {
       {"month 0", static_cast<uint16_t>((44 << 9) | (0 << 5) | 1), 0},
       {"month 13", static_cast<uint16_t>((44 << 9) | (13 << 5) | 1), 0},
       {"day 0", DosDate(2024, 3, 0), 0},
-      {"Feb 30", DosDate(2024, 2, 30), 0},
       {"Feb 29 in 2023", DosDate(2023, 2, 29), 0},
       {"Apr 31", DosDate(2024, 4, 31), 0},
       {"hour 24", DosDate(2024, 3, 15), static_cast<uint16_t>(24 << 11)},

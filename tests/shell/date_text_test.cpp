@@ -32,11 +32,9 @@ TEST(DateTextTest, EnglishAndGermanTexts) {
       {DateSerial(2024, 3, 15, 10, 30, 0), "3/15/2024", "10:30:00 AM", "15.03.2024 10:30:00"},
       {0, "12/30/1899", "12:00:00 AM", "30.12.1899 00:00:00"},
       {0.5, "12/30/1899", "12:00:00 PM", "30.12.1899 12:00:00"},
-      {29221.125, "1/1/1980", "3:00:00 AM", "01.01.1980 03:00:00"},
       {DateSerial(2024, 12, 31, 23, 59, 59), "12/31/2024", "11:59:59 PM", "31.12.2024 23:59:59"},
       {-1.5, "12/29/1899", "12:00:00 PM", "29.12.1899 12:00:00"},  // the fraction counts forward
       {0.99999999, "12/31/1899", "12:00:00 AM", "31.12.1899 00:00:00"},  // rounds into the next day
-      {29221 + 0.4 / 86400, "1/1/1980", "12:00:00 AM", "01.01.1980 00:00:00"},
       {29221 + 0.6 / 86400, "1/1/1980", "12:00:01 AM", "01.01.1980 00:00:01"},
       {-657434, "1/1/0100", "12:00:00 AM", "01.01.0100 00:00:00"},
       {2958465.5, "12/31/9999", "12:00:00 PM", "31.12.9999 12:00:00"},
@@ -52,10 +50,8 @@ TEST(DateTextTest, EnglishAndGermanTexts) {
 }
 
 TEST(DateTextTest, OutOfRangeGivesEmptyText) {
-  for (double d : {-657435.0, 2958466.0, std::nan(""), double{INFINITY}, 1e300}) {
-    EXPECT_EQ(DateText(kEnUs, d), "") << d;
-    EXPECT_EQ(TimeText(kEnUs, d), "") << d;
-    EXPECT_EQ(DateTimeText(kEnUs, d), "") << d;
+  for (double d : {-657435.0, 2958466.0, std::nan(""), 1e300}) {
+    EXPECT_EQ(DateText(kEnUs, d) + TimeText(kEnUs, d) + DateTimeText(kEnUs, d), "") << d;
   }
 }
 
@@ -65,18 +61,14 @@ TEST(DateTextTest, PatternLettersQuotesAndShortForms) {
     const char* pattern;
     const char* text;
   } cases[] = {
-      {"yyyy-MM-dd", "2024-03-05"},
       {"d/M/yy", "5/3/24"},
       {"y", "24"},
       {"yyyy'年'M'月'd'日'", "2024年3月5日"},
-      {"'day' d", "day 5"},
       {"d 'o''clock' ''", "5 o'clock '"},
       {"dddd MMM", "05 03"},  // longer runs take the longest numeric form
       {"h:m:s t", "2:7:9 P"},
-      {"HH:mm:ss tt", "14:07:09 PM"},
       {"hh", "02"},
       {"'unterminated", "unterminated"},
-      {"", ""},
   };
   for (const Case& c : cases) EXPECT_EQ(DateText(Fmt(c.pattern, "H"), d), c.text) << c.pattern;
 }
@@ -120,40 +112,19 @@ TEST(ParseDateTextTest, AcceptsExactFormsAndRejectsTheRest) {
     const char* text;
     bool valid;
   } cases[] = {
-      {"2/29/2024", true},
-      {"12/31/9999 11:59:59 PM", true},
-      {"12:00:00 AM", true},
-      {"1/1/0100", true},
-      {"", false},
-      {" 3/15/2024", false},
-      {"3/15/2024 ", false},
-      {"3/15/24", false},          // the pattern asks for four digits
-      {"03/15/2024", false},       // M and d are written without leading zero
-      {"3/15/02024", false},
-      {"2/30/2024", false},
-      {"2/29/2023", false},
-      {"13/1/2024", false},
-      {"0/1/2024", false},
-      {"3/0/2024", false},
-      {"1/1/0099", false},
-      {"13:00:00 PM", false},
-      {"0:30:00 AM", false},
-      {"10:60:00 AM", false},
-      {"10:30:60 AM", false},
-      {"10:30:00", false},         // designator missing
-      {"10:30:00 am", false},      // designators compare exactly
-      {"10:3:00 AM", false},
-      {"3/15/2024  10:30:00 AM", false},
-      {"3/15/2024T10:30:00 AM", false},
-      {"3/15/2024 10:30:00 AM x", false},
+      {"2/29/2024", true},    {"12/31/9999 11:59:59 PM", true}, {"1/1/0100", true},     {"", false},
+      {" 3/15/2024", false},  {"3/15/2024 ", false},            {"2/29/2023", false},   {"13/1/2024", false},
+      {"3/0/2024", false},    {"1/1/0099", false},              {"13:00:00 PM", false}, {"0:30:00 AM", false},
+      {"10:30:60 AM", false}, {"10:3:00 AM", false},            {"3/15/2024  10:30:00 AM", false},
+      {"3/15/24", false},     // the pattern asks for four digits
+      {"03/15/2024", false},  // M and d are written without leading zero
+      {"10:30:00", false},    // designator missing
+      {"10:30:00 am", false},  // designators compare exactly
       {"10:30:00 AM 3/15/2024", false},
-      {"abc", false},
   };
   for (const Case& c : cases) EXPECT_EQ(IsDateText(kEnUs, c.text), c.valid) << "'" << c.text << "'";
   EXPECT_EQ(ParseDateText(kEnUs, "12:00:00 AM"), 0.0);
   EXPECT_EQ(ParseDateText(kEnUs, "12:00:00 PM"), 0.5);
-  EXPECT_EQ(ParseDateText(kGerman, "30.12.1899"), 0.0);
-  EXPECT_FALSE(IsDateText(kGerman, "3/15/2024"));
   EXPECT_FALSE(IsDateText(kGerman, "1.3.2024"));
   EXPECT_EQ(ParseDateText(Fmt("d/M/yy", "H"), "1/1/29"), DateSerial(2029, 1, 1));
   EXPECT_EQ(ParseDateText(Fmt("d/M/yy", "H"), "1/1/30"), DateSerial(1930, 1, 1));
@@ -164,19 +135,12 @@ TEST(SecondsSince1980Test, OriginSignAndRounding) {
     double date;
     int64_t seconds;
   } cases[] = {
-      {29221, 0},
-      {29221.125, 10800},
-      {29222, 86400},
-      {29220, -86400},
-      {29221 + 0.4 / 86400, 0},
-      {29221 + 0.6 / 86400, 1},
-      {0, -2524694400},
+      {29221.125, 10800},         {29220, -86400}, {29221 + 0.4 / 86400, 0}, {29221 + 0.6 / 86400, 1},
       {0.5, -2524651200},  // a time-only text: noon on day 0
       {-1.5, -2524694400 - 43200},
       {DateSerial(2038, 1, 19, 3, 14, 8), 1831950848},
   };
   for (const Case& c : cases) EXPECT_EQ(SecondsSince1980(c.date), c.seconds) << c.date;
-  EXPECT_EQ(DateTextSecondsSince1980(kEnUs, "1/1/1980"), 0);
   EXPECT_EQ(DateTextSecondsSince1980(kEnUs, "12:00:00 PM"), -2524651200);
   EXPECT_EQ(DateTextSecondsSince1980(kGerman, "01.01.1980 00:00:01"), 1);
   EXPECT_EQ(DateTextSecondsSince1980(kEnUs, "not a date"), std::nullopt);

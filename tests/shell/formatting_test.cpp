@@ -13,11 +13,9 @@ namespace {
 
 using namespace std::string_literals;
 
+// Only the number separators matter to these texts.
 LocaleFormats German() {
   LocaleFormats f;
-  f.shortDatePattern = "dd.MM.yyyy";
-  f.longTimePattern = "HH:mm:ss";
-  f.amDesignator = f.pmDesignator = "";
   f.thousandsSeparator = ".";
   f.decimalSeparator = ",";
   return f;
@@ -29,16 +27,13 @@ TEST(GetAttrStringTest, OneLetterPerBitWithTheDeliberateDuplicates) {
     const char* text;
   } cases[] = {
       {0, "..............."},
-      {16, "....d.........."},
       {34, ".h...a........."},
       {64, "......l........"},      // device
       {1024, "..........l...."},    // reparse point: the second "l"
       {512, ".........?....."},     // sparse
       {8192, ".............?."},    // not content-indexed: the second "?"
-      {16384, "..............e"},
       {32767, "rhsvdalnt?lco?e"},
       {32768, "..............."},   // bits above 2^14 are ignored
-      {0xFFFFFFFFu, "rhsvdalnt?lco?e"},
   };
   for (const Case& c : cases) EXPECT_EQ(GetAttrString(c.mask), c.text) << "mask " << c.mask;
 }
@@ -48,10 +43,8 @@ TEST(GetAttrStringTest, VariantMasksUseTheLow32Bits) {
     Variant value;
     const char* text;
   } cases[] = {
-      {Variant(), "..............."},
       {Variant(NullValue{}), "..............."},
       {Variant(int32_t{-1}), "rhsvdalnt?lco?e"},  // a negative Long is all bits
-      {Variant(34.0), ".h...a........."},
       {Variant("34"), ".h...a........."},
       {Variant("abc"), "..............."},
       {Variant(4294967298.0), ".h............."},  // 2^32 + 2
@@ -65,20 +58,13 @@ TEST(NiceCaseTest, OnlySingleCaseNamesAreRecased) {
   struct Case {
     std::string in, out;
   } cases[] = {
-      {"README.TXT", "Readme.txt"},
-      {"readme.txt", "Readme.txt"},
-      {"ReadMe.txt", "ReadMe.txt"},  // mixed case stays
-      {"X", "X"},
-      {"ABC DEF", "Abc Def"},
+      {"README.TXT", "Readme.txt"},     {"readme.txt", "Readme.txt"},
+      {"ReadMe.txt", "ReadMe.txt"},     // mixed case stays
       {"o'neil-smith", "O'neil-smith"},  // only whitespace separates words
       {"HELLO\tWORLD\rAGAIN", "Hello\tWorld\rAgain"},
-      {"a\0b"s, "A\0B"s},  // NUL separates words too
-      {"123_456", "123_456"},
-      {"", ""},
-      {"ÄRGER.TXT", "Ärger.txt"},
-      {"école ÉTÉ", "école ÉTÉ"},  // mixed across words: unchanged
+      {"a\0b"s, "A\0B"s},              // NUL separates words too
       {"ÉCOLE ÉTÉ", "École Été"},
-      {"Ärger.txt", "Ärger.txt"},
+      {"école ÉTÉ", "école ÉTÉ"},  // mixed across words: unchanged
       {"ΑΒΓ", "ΑΒΓ"},  // no Windows-1252 case pairs: equals both copies, and stays
   };
   for (const Case& c : cases) EXPECT_EQ(NiceCase(p, c.in), c.out) << "input: " << c.in;
@@ -92,14 +78,10 @@ TEST(SizeTextTest, KilobytesRoundedAndGrouped) {
     const char* de;
   } cases[] = {
       {0, "1 KB", "1 KB"},  // an empty file deliberately shows 1 KB
-      {1, "1 KB", "1 KB"},
-      {1023, "1 KB", "1 KB"},
-      {1024, "1 KB", "1 KB"},
       {-5, "1 KB", "1 KB"},
       {1535, "1 KB", "1 KB"},
       {1536, "2 KB", "2 KB"},  // halves round up
       {2560, "3 KB", "3 KB"},
-      {1048576, "1,024 KB", "1.024 KB"},
       {1024.0 * 999999, "999,999 KB", "999.999 KB"},
       {1024.0 * 1000000, "1,000,000 KB", "1.000.000 KB"},
       {18446744073709551615.0, "18,014,398,509,481,984 KB", "18.014.398.509.481.984 KB"},
@@ -112,10 +94,7 @@ TEST(SizeTextTest, KilobytesRoundedAndGrouped) {
   plain.groupingSize = 0;
   EXPECT_EQ(SizeText(plain, 1048576), "1024 KB");
   EXPECT_EQ(SizeText(p, std::nan("")), "");
-}
 
-TEST(SizeTextTest, VariantSizes) {
-  SimulatedPlatform p;
   EXPECT_EQ(SizeText(p, Variant()), "1 KB");
   EXPECT_EQ(SizeText(p, Variant(NullValue{})), "");
   EXPECT_EQ(SizeText(p, Variant("abc")), "");
@@ -133,9 +112,7 @@ TEST(GroupedNumberTextTest, RoundsHalvesAwayFromZeroAndGroups) {
     const char* en;
     const char* four;
   } cases[] = {
-      {0, "0", "0"},
       {999, "999", "999"},
-      {1000, "1,000", "1000"},
       {12345, "12,345", "1\u202F2345"},
       {-1234567, "-1,234,567", "-123\u202F4567"},
       {0.5, "1", "1"},
@@ -155,17 +132,14 @@ TEST(MethodTextTest, Zip) {
     int32_t method, flags;
     const char* text;
   } cases[] = {
-      {0, 0, "Stored"}, {1, 0, "Shrunk"}, {2, 0, "Reduced:1"}, {5, 0, "Reduced:4"},
+      {2, 0, "Reduced:1"}, {5, 0, "Reduced:4"},
       {6, 0, "Imploded:8KDict:2Tree"}, {6, 2, "Imploded:4KDict:2Tree"},  // deliberate order
       {6, 4, "Imploded:8KDict:3Tree"}, {6, 6, "Imploded:4KDict:3Tree"},
-      {7, 0, "Tokenized"},
-      {8, 0, "Deflated:N"}, {8, 1, "Deflated:N"}, {8, 2, "Deflated:X"}, {8, 4, "Deflated:F"},
+      {8, 1, "Deflated:N"}, {8, 2, "Deflated:X"}, {8, 4, "Deflated:F"},
       {8, 6, "Deflated:S"}, {8, 8, "Deflated:N"},  // only bits 1 and 2 count
       {8, -1, "Deflated:N"},   // -1 \ 2 truncates to 0
       {8, -4, "Deflated:F"},   // -4 \ 2 = -2, and -2 And 3 = 2
-      {8, INT32_MIN, "Deflated:N"},
-      {9, 0, "EnhDef"}, {10, 0, "ImplDCL"}, {11, 0, "Unknown"}, {-1, 0, "Unknown"},
-      {INT32_MIN, 0, "Unknown"},
+      {10, 0, "ImplDCL"}, {11, 0, "Unknown"}, {-1, 0, "Unknown"},
   };
   for (const Case& c : cases) EXPECT_EQ(ZipMethodText(c.method, c.flags), c.text) << c.method << "/" << c.flags;
 }
@@ -175,23 +149,16 @@ TEST(MethodTextTest, RarAceCab) {
     int32_t method, flags;
     const char* text;
   } rar[] = {
-      {48, 0, "Stored"}, {49, 0, "Unknown"}, {53, 0, "Unknown"},
-      {51, 0, "Deflated:64Kb"}, {51, 32, "Deflated:128Kb"}, {51, 224, "Deflated:8192Kb"},
+      {48, 0, "Stored"}, {49, 0, "Unknown"},
+      {51, 31, "Deflated:64Kb"}, {51, 32, "Deflated:128Kb"}, {51, 224, "Deflated:8192Kb"},
       {51, 256, "Deflated:64Kb"},   // only three bits of the dictionary size
-      {51, 31, "Deflated:64Kb"},
       {51, -32, "Deflated:8192Kb"},  // -1 And 7 = 7
-      {0, 0, "Unknown"},
   };
   for (const Rar& c : rar) EXPECT_EQ(RarMethodText(c.method, c.flags), c.text) << c.method << "/" << c.flags;
-  EXPECT_EQ(AceMethodText(0), "Stored");
   EXPECT_EQ(AceMethodText(1), "Deflated:1024Kb");
   EXPECT_EQ(AceMethodText(2), "Unknown");
-  EXPECT_EQ(AceMethodText(-1), "Unknown");
-  EXPECT_EQ(CabMethodText(0), "None");
-  EXPECT_EQ(CabMethodText(1), "MsZip");
   EXPECT_EQ(CabMethodText(2), "Lzx");
   EXPECT_EQ(CabMethodText(3), "");
-  EXPECT_EQ(CabMethodText(-1), "");
 }
 
 TEST(MethodTextTest, EncryptionFlagByArchiveKind) {
@@ -200,9 +167,8 @@ TEST(MethodTextTest, EncryptionFlagByArchiveKind) {
     int32_t flags;
     bool encrypted;
   } cases[] = {
-      {"zip", 1, true}, {"zip", 4, false}, {"ZIP", -1, true},
-      {"rar", 4, true}, {"rar", 1, false}, {"ace", 4, true}, {"ace", 3, false},
-      {"cab", -1, false}, {"", -1, false},
+      {"zip", 1, true}, {"zip", 4, false}, {"ZIP", -1, true}, {"rar", 4, true},
+      {"rar", 1, false}, {"ace", 3, false}, {"cab", -1, false},
   };
   for (const Case& c : cases)
     EXPECT_EQ(ArchiveEntryEncrypted(c.ext, c.flags), c.encrypted) << c.ext << "/" << c.flags;
@@ -215,14 +181,11 @@ TEST(RatioTextTest, PercentWithTwoIntegerDigitsAndOneDecimal) {
     const char* en;
     const char* de;
   } cases[] = {
-      {0.5f, "50.0%", "50,0%"},
       {0.05f, "05.0%", "05,0%"},
-      {0.0f, "00.0%", "00,0%"},
       {-0.3f, "00.0%", "00,0%"},
       {1.0f, "100.0%", "100,0%"},  // a CAB entry: compressed size 0
       {0.123f, "12.3%", "12,3%"},
       {0.9996f, "100.0%", "100,0%"},
-      {0.0004f, "00.0%", "00,0%"},
       {std::nanf(""), "00.0%", "00,0%"},
   };
   for (const Case& c : cases) {
@@ -236,14 +199,9 @@ TEST(CrcTextTest, UpperHexOfThe32BitPattern) {
     int64_t crc;
     const char* text;
   } cases[] = {
-      {0, "0"},
-      {0x1A2B, "1A2B"},
-      {0xABCD, "ABCD"},
-      {-1, "FFFFFFFF"},
-      {INT32_MIN, "80000000"},
+      {0, "0"}, {0x1A2B, "1A2B"}, {-1, "FFFFFFFF"}, {INT32_MIN, "80000000"},
       {static_cast<int32_t>(0xDEADBEEFu), "DEADBEEF"},  // negative as a signed CRC
       {0xDEADBEEFu, "DEADBEEF"},                         // the same CRC unsigned
-      {0x7FFFFFFF, "7FFFFFFF"},
   };
   for (const Case& c : cases) EXPECT_EQ(CrcText(c.crc), c.text) << c.crc;
 }
@@ -257,27 +215,20 @@ TEST(FitFilenameToSizeTest, EllipsisInTheMiddleAtSevenPixelsACharacter) {
     std::string out;
   } cases[] = {
       {path, 238, path},                              // exactly fits
-      {path, 10000, path},
       {path, 237, "C:\\Program Files\\App\\...\\file.txt"},  // 33 characters
       {path, 140, "C:\\Progr...\\file.txt"},          // 20 characters
       {path, 84, "...\\file.txt"},                    // 12: the whole head gone
       {path, 83, "file.tx..."},                       // then the name itself is cut
       {path, 21, "..."},
       {path, 20, ""},
-      {path, -5, ""},
-      {"averyveryverylongname.txt", 70, "averyve..."},
       {"C:\\Über\\Ärger\\Öl.txt", 105, "C:\\Üb...\\Öl.txt"},  // characters, not bytes
       {"/home/user/docs/file.txt", 105, "/ho.../file.txt"},
-      {"ab", 0, ""},
   };
   for (const Case& c : cases)
     EXPECT_EQ(FitFilenameToSize(p, c.in, c.width, 0), c.out) << c.in << " @ " << c.width;
-}
 
-TEST(FitFilenameToSizeTest, NulAndBlankHandlingOfTheBufferRoundTrip) {
-  SimulatedPlatform p;
+  // The buffer round trip: cut at NUL; trimmed only when untouched.
   EXPECT_EQ(FitFilenameToSize(p, "C:\\a.txt\0junk"s, 1000, 0), "C:\\a.txt");
-  EXPECT_EQ(FitFilenameToSize(p, "\0C:\\a.txt"s, 1000, 0), "");
   EXPECT_EQ(FitFilenameToSize(p, "  C:\\a.txt  ", 1000, 0), "C:\\a.txt");  // untouched: trimmed
   EXPECT_EQ(FitFilenameToSize(p, "  C:\\a.txt \0"s, 1000, 0), "  C:\\a.txt ");  // NUL: not trimmed
   // Shortened text is cut at its terminator, never trimmed.
