@@ -5,52 +5,22 @@
 #include <cstdlib>
 #include <sstream>
 
+#include "archive/archive_writer.h"
 #include "platform/sim/simulated_platform.h"
 
 namespace nxfv::cli {
 namespace {
 
-void Put16(std::string& o, uint32_t v) {
-  o += static_cast<char>(v & 0xFF);
-  o += static_cast<char>((v >> 8) & 0xFF);
-}
-void Put32(std::string& o, uint32_t v) {
-  Put16(o, v & 0xFFFF);
-  Put16(o, v >> 16);
-}
+using namespace testing_archive;
 
-// A ZIP directory (no data) with one entry per name; comments optional.
+// Entries as the tests below expect them: encrypted + UTF-8 flags, deflate,
+// 2024-03-15 10:30:42, CRC 0xDEADBEEF, a size of 2 GiB.
 std::string Zip(const std::vector<std::pair<std::string, std::string>>& entries) {
-  std::string cd;
+  std::vector<ZipEntrySpec> specs;
   for (const auto& [name, comment] : entries) {
-    cd += "PK\x01\x02";
-    Put16(cd, 20);
-    Put16(cd, 20);
-    Put16(cd, 0x0801);                          // encrypted, UTF-8
-    Put16(cd, 8);                               // deflate
-    Put16(cd, (10 << 11) | (30 << 5) | 21);     // 10:30:42
-    Put16(cd, (44 << 9) | (3 << 5) | 15);       // 2024-03-15
-    Put32(cd, 0xDEADBEEF);
-    Put32(cd, 7);
-    Put32(cd, 0x80000000u);
-    Put16(cd, static_cast<uint32_t>(name.size()));
-    Put16(cd, 0);
-    Put16(cd, static_cast<uint32_t>(comment.size()));
-    Put16(cd, 0);
-    Put16(cd, 0);
-    Put32(cd, 32);
-    Put32(cd, 0);
-    cd += name + comment;
+    specs.push_back(ZipEntry(name).Comment(comment).Flags(0x0801).Crc(0xDEADBEEF).CompressedSize(7).Size(0x80000000u));
   }
-  std::string end = "PK\x05\x06";
-  Put16(end, 0);
-  Put16(end, 0);
-  Put16(end, static_cast<uint32_t>(entries.size()));
-  Put16(end, static_cast<uint32_t>(entries.size()));
-  Put32(end, static_cast<uint32_t>(cd.size()));
-  Put32(end, 1);
-  Put16(end, 0);
-  return "L" + cd + end;
+  return BuildZip(specs, "", "L");
 }
 
 struct CommandRun {
