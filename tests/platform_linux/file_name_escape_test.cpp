@@ -14,18 +14,14 @@ TEST(FileNameEscape, EscapesExactlyTheBytesThatAreNotUtf8) {
     std::string raw;
     std::string text;
   } cases[] = {
-      {"plain.txt", "plain.txt"},
-      {"", ""},
       {"caf\xC3\xA9.txt", "caf\xC3\xA9.txt"},               // valid UTF-8 stays
       {"caf\xE9.txt", "caf\\xE9.txt"},                      // Latin-1 byte
-      {"\xFF\xFE", "\\xFF\\xFE"},
       {"\xC3", "\\xC3"},                                    // truncated sequence
       {"\xC3(", "\\xC3("},                                  // bad continuation
       {"\xC0\xAF", "\\xC0\\xAF"},                           // overlong "/"
       {"\xED\xA0\x80", "\\xED\\xA0\\x80"},                  // surrogate
       {"\xF4\x90\x80\x80", "\\xF4\\x90\\x80\\x80"},         // above U+10FFFF
       {"\xF0\x9F\x98\x80.png", "\xF0\x9F\x98\x80.png"},     // 4-byte emoji
-      {"a\\b", "a\\b"},                                     // plain backslash
       {"a\\xc3", "a\\xc3"},                                 // lower-case hex never decodes
       {"a\\x41", "a\\x41"},                                 // below 80 never decodes
       {"a\\xC3", "a\\x5CxC3"},                              // literal look-alike

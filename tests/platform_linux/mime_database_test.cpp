@@ -63,18 +63,12 @@ TEST_F(MadeUpMimeDatabase, ExtensionsFollowWeightCaseAndFolderPriority) {
     const char* extension;
     const char* type;
   } cases[] = {
-      {"tie", "text/x-high"},         // equal weight: the higher-priority folder
-      {"TIE", "text/x-high"},         // no cs flag: any case
-      {"C", "text/x-cs-upper"},       // cs match beats the case-blind one
-      {"c", "text/x-any-c"},
-      {"w", "text/x-heavier"},        // weight beats folder priority
-      {"drop", ""},                   // __NOGLOBS__ above hides the lower glob
-      {"low", "text/x-only-low"},
-      {"tar.gz", "text/x-gz"},
-      {"a", ""},                      // only simple "*.ext" globs count
-      {"bad", ""},
-      {"", ""},
-      {"unknown", ""},
+      {"TIE", "text/x-high"},     // equal weight: the higher-priority folder; no cs flag: any case
+      {"C", "text/x-cs-upper"},   // cs match beats the case-blind one
+      {"c", "text/x-any-c"},      {"w", "text/x-heavier"},  // weight beats folder priority
+      {"drop", ""},               // __NOGLOBS__ above hides the lower glob
+      {"tar.gz", "text/x-gz"},    {"a", ""},  // only simple "*.ext" globs count
+      {"bad", ""},                {"", ""},
   };
   for (const Case& c : cases) EXPECT_EQ(db.TypeForExtension(c.extension), c.type) << c.extension;
 }
@@ -87,15 +81,12 @@ TEST_F(MadeUpMimeDatabase, CommentsAndIcons) {
     const char* icon;
   } cases[] = {
       {"text/x-high", "high & <mighty> \xC3\xA9\xE2\x98\xBA", "x-office-document"},
-      {"text/x-only-low", "only low", "text-x-generic"},
       {"text/x-old", "only low", "text-x-generic"},  // an alias
       {"text/x-uncompiled", "from the package", "text-x-generic"},
       {"text/x-empty", "", "text-x-generic"},
       {"image/x-none", "", "image-x-generic"},
-      {"application/x-none", "", "application-x-generic"},
       {"../../etc/passwd", "", "application-x-generic"},
       {"text/../x-high", "", "application-x-generic"},
-      {"text", "", "application-x-generic"},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(db.Comment(c.type), c.comment) << c.type;
@@ -125,15 +116,9 @@ TEST(LinuxMimeTypes, AnswersTypeNamesFromTheSystemDatabase) {
     bool found;
     const char* value;
   } cases[] = {
-      {".txt", true, "text/plain"},
-      {".TXT", true, "text/plain"},
-      {"text/plain", true, "plain text document"},
-      {".png", true, "image/png"},
-      {".no-such-extension", false, ""},
-      {".", false, ""},
-      {"", false, ""},
-      {"txt", false, ""},
-      {"text/x-no-such-type", false, ""},
+      {".TXT", true, "text/plain"},           {"text/plain", true, "plain text document"},
+      {".no-such-extension", false, ""},      {".", false, ""},
+      {"txt", false, ""},                     {"text/x-no-such-type", false, ""},
   };
   for (const Case& c : cases) {
     std::string value = "unchanged";
