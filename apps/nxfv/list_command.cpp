@@ -139,7 +139,7 @@ std::string ListUsage() {
 }
 
 int RunListCommand(const std::vector<std::string>& args, Platform& platform, std::ostream& out,
-                   std::ostream& err) {
+                   std::ostream& err, std::shared_ptr<Object>* keepAlive) {
   ListOptions o;
   const int parsed = ParseArgs(args, o, err);
   if (parsed == -1) {
@@ -175,6 +175,7 @@ int RunListCommand(const std::vector<std::string>& args, Platform& platform, std
   if (o.json) WriteListJson(*viewer, out);
   else WriteListTable(*viewer, out);
   out.flush();
+  if (keepAlive) *keepAlive = viewer;
   return 0;
 }
 

@@ -31,10 +31,6 @@ class BlockWriter {
   std::string buf_;
 };
 
-std::string_view CellText(const ListRow& row, int32_t column) {
-  return column == 0 ? std::string_view(row.Text()) : row.SubItem(column);
-}
-
 void Pad(std::string& out, size_t n) { out.append(n, ' '); }
 
 }  // namespace
@@ -102,9 +98,16 @@ void WriteListTable(const FileViewer& viewer, std::ostream& out) {
     widths[i] = CodePointCount(lv.Column(cols[i]).caption);
     right[i] = lv.Column(cols[i]).key == "siz" || lv.Column(cols[i]).key == "cmp";
   }
-  for (size_t r = 0; r < lv.RowCount(); ++r)
+  std::vector<std::string_view> cells;
+  auto load = [&](const ListRow& row) {
+    row.SubItemsInto(cells, static_cast<size_t>(lv.ColumnCount()));
+    cells[0] = row.Text();
+  };
+  for (size_t r = 0; r < lv.RowCount(); ++r) {
+    load(lv.Row(r));
     for (size_t i = 0; i < cols.size(); ++i)
-      widths[i] = std::max(widths[i], CodePointCount(CellText(lv.Row(r), cols[i])));
+      widths[i] = std::max(widths[i], CodePointCount(cells[static_cast<size_t>(cols[i])]));
+  }
 
   BlockWriter w(out);
   auto line = [&](auto cell) {
@@ -123,8 +126,8 @@ void WriteListTable(const FileViewer& viewer, std::ostream& out) {
   };
   line([&](size_t i) { return std::string_view(lv.Column(cols[i]).caption); });
   for (size_t r = 0; r < lv.RowCount(); ++r) {
-    const ListRow& row = lv.Row(r);
-    line([&](size_t i) { return CellText(row, cols[i]); });
+    load(lv.Row(r));
+    line([&](size_t i) { return cells[static_cast<size_t>(cols[i])]; });
   }
 }
 

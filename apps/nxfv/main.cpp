@@ -1,6 +1,7 @@
 // nxfv: the command-line host of the viewer control on the Linux platform.
 #include <clocale>
 #include <cstdio>
+#include <cstdlib>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -53,7 +54,14 @@ int main(int argc, char** argv) {
   auto platform = std::make_shared<nxfv::LinuxPlatform>();
   nxfv::SetActivePlatform(platform);
   try {
-    if (command == "list") return nxfv::cli::RunListCommand(args, *platform, std::cout, std::cerr);
+    if (command == "list") {
+      std::shared_ptr<nxfv::Object> viewer;
+      const int rc = nxfv::cli::RunListCommand(args, *platform, std::cout, std::cerr, &viewer);
+      // Ending here skips freeing every item and row one by one.
+      std::cout.flush();
+      std::fflush(nullptr);
+      std::_Exit(rc);
+    }
 #ifdef NXFV_HAS_ENTRIES
     if (command == "entries") return nxfv::cli::RunEntriesCommand(args, *platform, std::cout, std::cerr);
 #endif

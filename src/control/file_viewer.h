@@ -212,6 +212,9 @@ class FileViewer : public Object, public std::enable_shared_from_this<FileViewer
   std::string currentArchiveExt_;
   std::string capturedPattern_;
   int32_t archiveIconIndex_ = 0;  // the shared row record's image: kept between entries
+  // Sub-item index of each column the archive rows fill, looked up once per
+  // archive (a host may reorder the columns, so never assumed).
+  std::vector<int32_t> archiveSlots_;
 
   bool showFolders_ = true;
   bool showFiles_ = true;

@@ -10,6 +10,15 @@
 
 namespace nxfv {
 
+namespace {
+// The columns an archive row fills, in the order of archiveSlots_.
+enum ArchiveColumn { kExt, kSiz, kTyp, kMod, kTim, kCmp, kRat, kCre, kAcc, kMtd, kEnc, kCrc, kSig, kPth, kCom, kAtr,
+                     kUserd1, kUserd2, kArchiveColumnCount };
+constexpr const char* kArchiveColumnKeys[kArchiveColumnCount] = {
+    "ext", "siz", "typ", "mod", "tim", "cmp", "rat", "cre", "acc", "mtd", "enc", "crc", "sig", "pth", "com", "atr",
+    "userd1", "userd2"};
+}  // namespace
+
 class FileViewer::ArchiveListener : public cArchiveEvents {
  public:
   explicit ArchiveListener(FileViewer& viewer) : viewer_(viewer) {}
@@ -35,6 +44,8 @@ void FileViewer::LoadArchive(const std::string& archivePath) {
     insideArchive_ = true;
     BuildColumns(false);
     ClearView();
+    archiveSlots_.clear();
+    for (const char* key : kArchiveColumnKeys) archiveSlots_.push_back(SubItemIndexOf(key));
     std::string ext = archivePath.substr(archivePath.rfind('.') + 1);
     ext = p.Locale().CharLower(ext);
     ArchiveListener listener(*this);
@@ -92,19 +103,19 @@ void FileViewer::AddArchiveEntry(int32_t Index, int32_t Total, const std::string
     item->setPath(AddBackslash(Path));
     row.SetImage(archiveIconIndex_);
 
-    auto put = [&](const char* key, std::string_view text) { row.SetSubItem(SubItemIndexOf(key), text); };
-    put("ext", ext);
-    put("siz", GroupedNumberText(formats, Size));
+    auto put = [&](ArchiveColumn column, std::string_view text) { row.SetSubItem(archiveSlots_[column], text); };
+    put(kExt, ext);
+    put(kSiz, GroupedNumberText(formats, Size));
     item->setFileSize(Size);
-    put("typ", typeName);
+    put(kTyp, typeName);
     item->setFileTyp(typeName);
     const std::string date = DateText(formats, Modified);
-    put("mod", date);
+    put(kMod, date);
     item->setDateModified(Variant(date));
     const std::string time = TimeText(formats, Modified);
-    put("tim", time);
+    put(kTim, time);
     item->setTimeModified(Variant(time));
-    put("cmp", GroupedNumberText(formats, CompSize));
+    put(kCmp, GroupedNumberText(formats, CompSize));
     NxFileListItem::Internal::SetCompressedSize(*item, CompSize);
     NxFileListItem::Internal::SetIsInArchive(*item, true);
     float ratio = 0;
@@ -113,11 +124,11 @@ void FileViewer::AddArchiveEntry(int32_t Index, int32_t Total, const std::string
       if (ratio < 0) ratio = 0;
     }
     const std::string ratioText = RatioText(formats, ratio);
-    put("rat", ratioText);
+    put(kRat, ratioText);
     NxFileListItem::Internal::SetRatio(*item, ratioText);
     const std::string stamp = DateTimeText(formats, Modified);
-    put("cre", stamp);
-    put("acc", stamp);
+    put(kCre, stamp);
+    put(kAcc, stamp);
     std::string method;
     bool encrypted = false;
     if (ArchiveExt == "ace") {
@@ -132,18 +143,18 @@ void FileViewer::AddArchiveEntry(int32_t Index, int32_t Total, const std::string
       method = ZipMethodText(Method, flags);
       encrypted = (flags & 1) != 0;
     }
-    put("mtd", method);
-    put("enc", encrypted ? "True" : "False");
+    put(kMtd, method);
+    put(kEnc, encrypted ? "True" : "False");
     NxFileListItem::Internal::SetEncoded(*item, encrypted ? -1 : 0);
     const std::string crc = CrcText(CRC);
-    put("crc", crc);
+    put(kCrc, crc);
     NxFileListItem::Internal::SetHexCRC(*item, crc);
-    put("sig", "na");
+    put(kSig, "na");
     NxFileListItem::Internal::SetSignature(*item, "na");
-    put("pth", Path);
-    put("com", Comments);
+    put(kPth, Path);
+    put(kCom, Comments);
     NxFileListItem::Internal::SetComments(*item, Comments);
-    put("atr", GetAttrString(static_cast<uint32_t>(Attr)));
+    put(kAtr, GetAttrString(static_cast<uint32_t>(Attr)));
     item->setAttributes(Attr);
     row.SetTag(Index);
     NxFileCollection::Internal(*items_).Add(Variant(item), rowKey, COLLECTION_ADD_OPTIONS::EndOfCollection);
@@ -159,8 +170,8 @@ void FileViewer::AddArchiveEntry(int32_t Index, int32_t Total, const std::string
     }
     NxFileListItem::Internal::SetKey(*item, key);
     item->setDisplayname(display);
-    put("userd1", a);
-    put("userd2", b);
+    put(kUserd1, a);
+    put(kUserd2, b);
     item->setUserDataA(a);
     item->setUserDataB(b);
   } catch (const std::exception& e) {

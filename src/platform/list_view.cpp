@@ -28,6 +28,16 @@ std::string_view ListRow::SubItem(int32_t index) const {
   return {};
 }
 
+void ListRow::SubItemsInto(std::vector<std::string_view>& byColumn, size_t columnCount) const {
+  byColumn.assign(std::max<size_t>(columnCount, lastSubItem_ + 1u), std::string_view());
+  for (size_t at = 0; at + 4 <= packed_.size();) {
+    const uint16_t idx = ReadU16(packed_, at);
+    const uint16_t len = ReadU16(packed_, at + 2);
+    byColumn[idx] = std::string_view(packed_).substr(at + 4, len);
+    at += 4 + len;
+  }
+}
+
 bool ListRow::HasSubItem(int32_t index) const {
   for (size_t at = 0; at + 4 <= packed_.size();) {
     const uint16_t idx = ReadU16(packed_, at);
@@ -41,6 +51,15 @@ bool ListRow::HasSubItem(int32_t index) const {
 void ListRow::SetSubItem(int32_t index, std::string_view text) {
   if (index <= 0 || index > 0xFFFF) RaiseError(kErrInvalidCall);
   if (text.size() > 0xFFFF) text = text.substr(0, 0xFFFF);
+  // Listings fill the columns mostly left to right: appending past the last
+  // sub-item needs no rebuild.
+  if (index > lastSubItem_) {
+    AppendU16(packed_, static_cast<uint16_t>(index));
+    AppendU16(packed_, static_cast<uint16_t>(text.size()));
+    packed_.append(text);
+    lastSubItem_ = static_cast<uint16_t>(index);
+    return;
+  }
   std::string out;
   out.reserve(packed_.size() + text.size() + 4);
   bool written = false;
@@ -164,12 +183,19 @@ void ListView::ClearRows() {
 void ListView::Sort(int32_t sortColumn) {
   sorted_ = true;
   sortKey_ = sortColumn;
-  auto text = [sortColumn](const ListRow& r) -> std::string_view {
-    return sortColumn == 0 ? std::string_view(r.text_) : r.SubItem(sortColumn);
+  // Each row's text is looked up once, not once per comparison.
+  struct Keyed {
+    std::string_view text;
+    ListRow* row;
   };
-  std::stable_sort(rows_.begin(), rows_.end(), [&](const auto& a, const auto& b) {
-    return text(*a) < text(*b);
-  });
+  std::vector<Keyed> keyed;
+  keyed.reserve(rows_.size());
+  for (auto& r : rows_)
+    keyed.push_back({sortColumn == 0 ? std::string_view(r->text_) : r->SubItem(sortColumn), r.get()});
+  std::stable_sort(keyed.begin(), keyed.end(), [](const Keyed& a, const Keyed& b) { return a.text < b.text; });
+  std::vector<std::unique_ptr<ListRow>> sorted(rows_.size());
+  for (size_t i = 0; i < keyed.size(); ++i) sorted[i] = std::move(rows_[keyed[i].row->index_]);
+  rows_ = std::move(sorted);
   Renumber(0);
 }
 

@@ -46,6 +46,9 @@ class ListRow {
   std::string_view SubItem(int32_t index) const;
   void SetSubItem(int32_t index, std::string_view text);
   bool HasSubItem(int32_t index) const;
+  // All sub-items at once: byColumn[i] = text of sub-item i ("" when unset);
+  // byColumn is resized to at least columnCount. One pass over the row.
+  void SubItemsInto(std::vector<std::string_view>& byColumn, size_t columnCount) const;
   int32_t Image() const { return image_; }
   void SetImage(int32_t image) { image_ = image; }
   int64_t Tag() const { return tag_; }
@@ -67,6 +70,7 @@ class ListRow {
   int64_t tag_ = 0;
   int32_t image_ = 0;
   uint32_t index_ = 0;
+  uint16_t lastSubItem_ = 0;  // highest sub-item index set, 0 = none
   bool selected_ = false;
   bool checked_ = false;
 };
