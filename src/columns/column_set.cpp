@@ -1,5 +1,7 @@
 #include "columns/column_set.h"
 
+#include <charconv>
+
 #include "platform/error_state.h"
 #include "platform/platform.h"
 #include "shell/resource_strings.h"
@@ -132,7 +134,8 @@ std::string BuildColumns(ListView& view, kCollection& options, int32_t viewOptio
     view.ClearColumns();
     view.SetVisible(false);
   }
-  std::string locked, separator;
+  std::string locked;
+  std::string_view separator;
   auto col = options.Colnewb();
   const int32_t count = col->Count();
   for (int32_t i = 1; i <= count; ++i) {
@@ -145,9 +148,9 @@ std::string BuildColumns(ListView& view, kCollection& options, int32_t viewOptio
       width = 0;
     if (width == 0 || !h.HeaderSizeable) {
       // Str() puts a blank before a non-negative number.
-      locked += separator;
-      locked += ' ';
-      locked += std::to_string(i - 1);
+      char number[16];
+      const auto end = std::to_chars(number, number + sizeof number, i - 1).ptr;
+      locked.append(separator).append(1, ' ').append(number, end);
       separator = ",";
     }
     if (widthsOnly) {

@@ -18,13 +18,21 @@ void DigitsToLetters(std::string& s, bool descending) {
     if (c >= '0' && c <= '9') c = descending ? static_cast<char>('J' - (c - '0')) : static_cast<char>('A' + (c - '0'));
 }
 
-std::string LastChars(std::string s, size_t n) { return s.size() > n ? s.substr(s.size() - n) : s; }
+// The last n characters of text with zeros in front: the decimal text is
+// padded with fifteen zeros and cut from the right.
+std::string ZeroPaddedTail(std::string_view text, size_t n) {
+  std::string out;
+  out.reserve(n);
+  if (text.size() < n) out.append(n - text.size(), '0');
+  out.append(text.size() > n ? text.substr(text.size() - n) : text);
+  return out;
+}
 
 }  // namespace
 
 std::string DateSortBody(std::optional<int64_t> seconds, bool descending) {
   if (!seconds) return {};
-  std::string s = LastChars("000000000000000" + std::to_string(*seconds), 11);
+  std::string s = ZeroPaddedTail(std::to_string(*seconds), 11);
   DigitsToLetters(s, descending);
   return s;
 }
@@ -53,10 +61,11 @@ std::string SizeSortBody(std::string_view text, bool descending, std::string_vie
     }
   }
   while (digits.size() > 1 && digits[0] == '0') digits.erase(0, 1);
-  if (digits.empty()) digits = "0";
-  std::string body = LastChars("000000000000000" + digits, 15);
+  if (digits.empty()) digits.push_back('0');
+  std::string body(1, unit);
+  body += ZeroPaddedTail(digits, 15);
   DigitsToLetters(body, descending);
-  return unit + body;
+  return body;
 }
 
 std::string TextSortBody(std::string_view upper, bool descending, size_t keep) {
