@@ -167,6 +167,8 @@ class FileViewer : public Object, public std::enable_shared_from_this<FileViewer
   std::string GetExt(const std::string& Name) const;
   std::string GetFileType(const std::string& Ext, const std::string& FullPath, int32_t& IconIndex,
                           bool probeByAttributes = false);
+  // The cache entry GetFileType answers from (null for an empty Ext).
+  const TypeCacheEntry* FileTypeEntry(const std::string& Ext, const std::string& FullPath, bool probeByAttributes);
   bool ListingBusy() const { return busy_; }
   const TypeCache& FileTypes() const { return typeCache_; }
 

@@ -70,13 +70,10 @@ bool HasOwnIcon(std::string_view ext) {
 
 }  // namespace
 
-std::string FileViewer::GetFileType(const std::string& Ext, const std::string& FullPath, int32_t& IconIndex,
-                                    bool probeByAttributes) {
-  if (Ext.empty()) return {};
-  if (const TypeCacheEntry* hit = typeCache_.Find(Ext)) {
-    IconIndex = hit->iconIndex;
-    return hit->typeName;
-  }
+const TypeCacheEntry* FileViewer::FileTypeEntry(const std::string& Ext, const std::string& FullPath,
+                                                bool probeByAttributes) {
+  if (Ext.empty()) return nullptr;
+  if (const TypeCacheEntry* hit = typeCache_.Find(Ext)) return hit;
   std::string progId, typeName;
   if (platform_->Registry().ClassesRootDefault("." + Ext, progId)) {
     progId = StripNull(progId.substr(0, std::min<size_t>(progId.size(), 259)));
@@ -98,9 +95,15 @@ std::string FileViewer::GetFileType(const std::string& Ext, const std::string& F
     entry.iconIndex =
         platform_->Icons().SysIconIndex("generic.bin", kAttrNormal, kShgfiSysIconIndex | kShgfiUseFileAttributes);
   }
-  const TypeCacheEntry& stored = typeCache_.Insert(std::move(entry));
-  IconIndex = stored.iconIndex;
-  return stored.typeName;
+  return &typeCache_.Insert(std::move(entry));
+}
+
+std::string FileViewer::GetFileType(const std::string& Ext, const std::string& FullPath, int32_t& IconIndex,
+                                    bool probeByAttributes) {
+  const TypeCacheEntry* entry = FileTypeEntry(Ext, FullPath, probeByAttributes);
+  if (!entry) return {};
+  IconIndex = entry->iconIndex;
+  return entry->typeName;
 }
 
 void FileViewer::ClearView() {
@@ -134,6 +137,7 @@ void FileViewer::LoadFiles(const std::string& Path, bool KeepItems, bool ResetSo
     capturedPattern_ = filePattern_;
     listingPath_ = AddSeparator(p, Path);
     const std::string folderPath = AddSeparator(p, currentFolder_);
+    const auto sharedFolderPath = std::make_shared<const std::string>(folderPath);
     const ColumnSlots slots = ShownSlots(listView_);
     const LocaleFormats& formats = p.Locale().Formats();
     const NumericSeparators numeric{formats.thousandsSeparator, formats.decimalSeparator};
@@ -181,13 +185,13 @@ void FileViewer::LoadFiles(const std::string& Path, bool KeepItems, bool ResetSo
         return true;
       }
 
+      ListRow& row = listView_.AddRow(key, name);
       auto item = NxFileListItem::Create();
+      item->setFileName(name);
       NxFileListItem::Internal::SetKey(*item, key);
       NxFileListItem::Internal::SetOwner(*item, items_);
-      ListRow& row = listView_.AddRow(key, name);
-      item->setFileName(name);
       item->setDisplayname(name);
-      item->setPath(folderPath);
+      NxFileListItem::Internal::SharePath(*item, sharedFolderPath);
       Put(row, slots.ext, ext);
       int32_t icon = 0;
       if (folder) {
@@ -199,33 +203,35 @@ void FileViewer::LoadFiles(const std::string& Path, bool KeepItems, bool ResetSo
         item->setExtension(ext);
         item->setListItemTyp(typeoffitem::file);
         const uint64_t size = MakeInt64(entry.sizeHigh, entry.sizeLow);
-        Put(row, slots.siz, SizeText(formats, static_cast<double>(size)));
+        if (slots.siz > 0) Put(row, slots.siz, SizeText(formats, static_cast<double>(size)));
         // The public size is 32-bit: 2 GiB and more read as the largest value.
         item->setFileSize(size > 2147483647ULL ? 2147483647 : static_cast<int32_t>(size));
-        const std::string typeName = GetFileType(ext, folderPath + name, icon);
-        Put(row, slots.typ, typeName);
-        item->setFileTyp(typeName);
+        if (const TypeCacheEntry* type = FileTypeEntry(ext, folderPath + name, false)) {
+          icon = type->iconIndex;
+          Put(row, slots.typ, type->typeName);
+          NxFileListItem::Internal::ShareFileTyp(*item, type->sharedTypeName);
+        }
         if (HasOwnIcon(ext)) icon = p.Icons().SysIconIndex(folderPath + name, 0, kSmallSysIcon);
       }
       const double written = FileTimeToDate(p, entry.lastWriteTime, true);
       const double writtenDay = std::floor(written);
-      Put(row, slots.mod, DateText(formats, written));
+      if (slots.mod > 0) Put(row, slots.mod, DateText(formats, written));
       item->setDateModified(Variant(DateValue{writtenDay}));
-      Put(row, slots.tim, TimeText(formats, written));
+      if (slots.tim > 0) Put(row, slots.tim, TimeText(formats, written));
       item->setTimeModified(Variant(DateValue{written - writtenDay}));
       const double created = FileTimeToDate(p, entry.creationTime, true);
-      Put(row, slots.cre, DateTimeText(formats, created));
+      if (slots.cre > 0) Put(row, slots.cre, DateTimeText(formats, created));
       item->setDateCreated(Variant(DateValue{std::floor(created)}));
       item->setTimeCreated(Variant(DateValue{created - std::floor(created)}));
       const double accessed = FileTimeToDate(p, entry.lastAccessTime, true);
       if (lastAccessDateOnly_) {
-        Put(row, slots.acc, DateText(formats, accessed));
+        if (slots.acc > 0) Put(row, slots.acc, DateText(formats, accessed));
         item->setLastAccessed(Variant(DateValue{std::floor(accessed)}));
       } else {
-        Put(row, slots.acc, DateTimeText(formats, accessed));
+        if (slots.acc > 0) Put(row, slots.acc, DateTimeText(formats, accessed));
         item->setLastAccessed(Variant(DateValue{accessed}));
       }
-      Put(row, slots.atr, GetAttrString(entry.attributes));
+      if (slots.atr > 0) Put(row, slots.atr, GetAttrString(entry.attributes));
       item->setAttributes(static_cast<int32_t>(entry.attributes));
       const std::string dos = entry.shortName.empty() || entry.shortName[0] == '\0'
                                   ? p.Locale().CharUpper(name)

@@ -8,6 +8,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,8 @@ struct TypeCacheEntry {
   std::string extension;  // lower case, without the dot
   std::string typeName;
   int32_t iconIndex = 0;
+  // The same type name, shared by the items of this type.
+  std::shared_ptr<const std::string> sharedTypeName;
 };
 
 class TypeCache {

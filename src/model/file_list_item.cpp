@@ -6,7 +6,7 @@
 namespace nxfv {
 
 void NxFileListItem::Raise(eventbefs mybef, Variant& itemvalue, Variant& Parameter, bool& operationok) {
-  auto listener = listener_.lock();
+  auto listener = extras_ ? extras_->listener.lock() : nullptr;
   if (!listener) return;
   std::shared_ptr<NxFileListItem> self = weak_from_this().lock();
   try {
@@ -49,14 +49,59 @@ void NxFileListItem::setChecked(bool v) {
   WriteBack(itemvalue, checked_);
 }
 
+const std::string& NxFileListItem::EmptyText() {
+  static const std::string empty;
+  return empty;
+}
+
+void NxFileListItem::DetachFromName() {
+  if (keyIsName_) {
+    if (!fileName_.empty()) MakeExtras().key = fileName_;
+    keyIsName_ = false;
+  }
+  if (displayIsName_) {
+    if (!fileName_.empty()) MakeExtras().displayname = fileName_;
+    displayIsName_ = false;
+  }
+}
+
 void NxFileListItem::setFileName(std::string v) {
+  if (v != fileName_) DetachFromName();
   fileName_ = std::move(v);
   if (!nameFixed_) nameChanged_ = true;
 }
 
+void NxFileListItem::setDisplayname(std::string v) {
+  displayIsName_ = !v.empty() && v == fileName_;
+  if (displayIsName_ || (v.empty() && !extras_)) {
+    if (extras_) extras_->displayname.clear();
+  } else {
+    MakeExtras().displayname = std::move(v);
+  }
+}
+
+void NxFileListItem::setUserDataA(std::string v) {
+  if (!extras_ && v.empty()) return;
+  MakeExtras().userDataA = std::move(v);
+}
+
+void NxFileListItem::setUserDataB(std::string v) {
+  if (!extras_ && v.empty()) return;
+  MakeExtras().userDataB = std::move(v);
+}
+
+void NxFileListItem::Internal::SetKey(NxFileListItem& item, std::string key) {
+  item.keyIsName_ = !key.empty() && key == item.fileName_;
+  if (item.keyIsName_ || (key.empty() && !item.extras_)) {
+    if (item.extras_) item.extras_->key.clear();
+  } else {
+    item.MakeExtras().key = std::move(key);
+  }
+}
+
 bool NxFileListItem::ExecuteShellCommand(ItemFileCommands ShellCommand, Variant& Parameter) {
   // Commands are not run on virtual folders or on entries inside archives.
-  if (listItemTyp_ == typeoffitem::VirtualFolder || (archivInfo_ && archivInfo_->IsInArchive)) return false;
+  if (listItemTyp_ == typeoffitem::VirtualFolder || (extras_ && extras_->archivInfo.IsInArchive)) return false;
   Variant itemvalue(static_cast<int32_t>(ShellCommand));
   bool ok = false;
   Raise(eventbefs::doexebef, itemvalue, Parameter, ok);
@@ -101,7 +146,7 @@ void NxFileListItem::Internal::StoreObject(NxFileListItem& item, ItemVariantFiel
 void NxFileListItem::Internal::AnnounceKeyChange(NxFileListItem& item) {
   auto owner = item.ownerCollection_.lock();
   if (!owner || owner.get() != item.owner_) return;
-  NxFileCollection::Internal(*owner).AnnounceKeyChange(item.key_, &item);
+  NxFileCollection::Internal(*owner).AnnounceKeyChange(item.Key(), &item);
 }
 
 }  // namespace nxfv

@@ -106,25 +106,29 @@ class NxFileListItem : public Object, public std::enable_shared_from_this<NxFile
 
   // The one listener; held without keeping it alive. Pointing it elsewhere
   // (or at nothing) silently drops the previous one.
-  void SetListener(std::weak_ptr<NxFileListItemEvents> listener) { listener_ = std::move(listener); }
-  void ClearListener() { listener_.reset(); }
+  void SetListener(std::weak_ptr<NxFileListItemEvents> listener) { MakeExtras().listener = std::move(listener); }
+  void ClearListener() {
+    if (extras_) extras_->listener.reset();
+  }
 
   typeoffitem ListItemTyp() const { return listItemTyp_; }
   void setListItemTyp(typeoffitem v) { listItemTyp_ = v; }
-  const std::string& FileTyp() const { return fileTyp_; }
-  void setFileTyp(std::string v) { fileTyp_ = std::move(v); }
+  const std::string& FileTyp() const { return fileTyp_ ? *fileTyp_ : EmptyText(); }
+  void setFileTyp(std::string v) { fileTyp_ = Share(std::move(v)); }
 
   bool Selected() const { return selected_; }
   // Stores v and raises xselitemx(doselect) on every let, also when the
   // value does not change: the view re-applies the state.
   void setSelected(bool v);
 
-  const std::string& Displayname() const { return displayname_; }
-  void setDisplayname(std::string v) { displayname_ = std::move(v); }
-  const std::string& UserDataA() const { return userDataA_; }
-  void setUserDataA(std::string v) { userDataA_ = std::move(v); }
-  const std::string& UserDataB() const { return userDataB_; }
-  void setUserDataB(std::string v) { userDataB_ = std::move(v); }
+  const std::string& Displayname() const {
+    return displayIsName_ ? fileName_ : extras_ ? extras_->displayname : EmptyText();
+  }
+  void setDisplayname(std::string v);
+  const std::string& UserDataA() const { return extras_ ? extras_->userDataA : EmptyText(); }
+  void setUserDataA(std::string v);
+  const std::string& UserDataB() const { return extras_ ? extras_->userDataB : EmptyText(); }
+  void setUserDataB(std::string v);
 
   bool Checked() const { return checked_; }
   // Stores v and raises xselitemx(docheck) on every let.
@@ -154,12 +158,12 @@ class NxFileListItem : public Object, public std::enable_shared_from_this<NxFile
   void setFileSize(int32_t v) { fileSize_ = v; }
   const std::string& Extension() const { return extension_; }
   void setExtension(std::string v) { extension_ = std::move(v); }
-  const std::string& Path() const { return path_; }
-  void setPath(std::string v) { path_ = std::move(v); }
+  const std::string& Path() const { return path_ ? *path_ : EmptyText(); }
+  void setPath(std::string v) { path_ = Share(std::move(v)); }
 
-  const std::string& Key() const { return key_; }
+  const std::string& Key() const { return keyIsName_ ? fileName_ : extras_ ? extras_->key : EmptyText(); }
   // Always a copy.
-  AInfo ArchivInfo() const { return archivInfo_ ? *archivInfo_ : AInfo{}; }
+  AInfo ArchivInfo() const { return extras_ ? extras_->archivInfo : AInfo{}; }
 
   const std::string& FileName() const { return fileName_; }
   // Stores the name; unless the name-fixed mark is set, sets the
@@ -184,21 +188,37 @@ class NxFileListItem : public Object, public std::enable_shared_from_this<NxFile
   // the thread's error state and do not escape: lets never fail.
   void Raise(eventbefs mybef, Variant& itemvalue, Variant& Parameter, bool& operationok);
 
-  std::weak_ptr<NxFileListItemEvents> listener_;
   std::weak_ptr<NxFileCollection> ownerCollection_;
   const void* owner_ = nullptr;
 
-  std::string key_;
+  // A listing may hold a million items, so an item stores little of its own:
+  // the folder and type name as texts shared by every item that has them;
+  // the key and display name (when they differ from the file name), the
+  // archive record, the user data and the listener only once one is stored.
+  using SharedText = std::shared_ptr<const std::string>;
+  static const std::string& EmptyText();
+  static SharedText Share(std::string v) {
+    return v.empty() ? nullptr : std::make_shared<const std::string>(std::move(v));
+  }
+  struct Extras {
+    AInfo archivInfo;
+    std::string userDataA, userDataB;
+    std::string key;          // when !keyIsName_
+    std::string displayname;  // when !displayIsName_
+    std::weak_ptr<NxFileListItemEvents> listener;
+  };
+  Extras& MakeExtras() {
+    if (!extras_) extras_ = std::make_unique<Extras>();
+    return *extras_;
+  }
+  // Before the file name changes, texts that only followed it get their own copy.
+  void DetachFromName();
+
   std::string fileName_;
-  // Made on the first non-default store: most items are no archive
-  // entries, and a listing may hold a million items.
-  std::unique_ptr<AInfo> archivInfo_;
-  std::string path_;
+  std::unique_ptr<Extras> extras_;
+  SharedText path_;
+  SharedText fileTyp_;
   std::string extension_;
-  std::string displayname_;
-  std::string userDataA_;
-  std::string userDataB_;
-  std::string fileTyp_;
   Variant dateModified_, timeModified_, dateCreated_, timeCreated_, lastAccessed_;
   Variant dosName_;
   int32_t spareNumber_ = 0;
@@ -212,6 +232,10 @@ class NxFileListItem : public Object, public std::enable_shared_from_this<NxFile
   bool foundInPass_ = false;
   bool checked_ = false;
   bool selected_ = false;
+  // Whether Key / Displayname are the file name (else stored in extras_,
+  // or empty when there are none).
+  bool keyIsName_ = false;
+  bool displayIsName_ = false;
 };
 
 // The variant fields that an internal store may fill with an object
@@ -220,7 +244,14 @@ enum class ItemVariantField { DateModified, TimeModified, DateCreated, TimeCreat
 
 class NxFileListItem::Internal {
  public:
-  static void SetKey(NxFileListItem& item, std::string key) { item.key_ = std::move(key); }
+  static void SetKey(NxFileListItem& item, std::string key);
+  // The folder and type name, shared with other items instead of copied.
+  static void SharePath(NxFileListItem& item, std::shared_ptr<const std::string> path) {
+    item.path_ = std::move(path);
+  }
+  static void ShareFileTyp(NxFileListItem& item, std::shared_ptr<const std::string> type) {
+    item.fileTyp_ = std::move(type);
+  }
 
   // The owner is set once: later calls leave the first owner. The identity
   // form is for owners that are not collections (the control); the
@@ -279,11 +310,8 @@ class NxFileListItem::Internal {
   // without one (listings clear these fields on every ordinary item).
   template <class T, class V>
   static void Set(NxFileListItem& item, T AInfo::*field, V&& v) {
-    if (!item.archivInfo_) {
-      if (v == T{}) return;
-      item.archivInfo_ = std::make_unique<AInfo>();
-    }
-    (*item.archivInfo_).*field = std::forward<V>(v);
+    if (!item.extras_ && v == T{}) return;
+    item.MakeExtras().archivInfo.*field = std::forward<V>(v);
   }
 };
 

@@ -48,12 +48,21 @@ bool ListRow::HasSubItem(int32_t index) const {
   return false;
 }
 
+void ListRow::SetText(std::string_view text) {
+  textIsKey_ = text == key_;
+  if (!textIsKey_ || HasSubItem(0)) Store(0, textIsKey_ ? std::string_view() : text);
+}
+
 void ListRow::SetSubItem(int32_t index, std::string_view text) {
   if (index <= 0 || index > 0xFFFF) RaiseError(kErrInvalidCall);
+  Store(index, text);
+}
+
+void ListRow::Store(int32_t index, std::string_view text) {
   if (text.size() > 0xFFFF) text = text.substr(0, 0xFFFF);
   // Listings fill the columns mostly left to right: appending past the last
   // sub-item needs no rebuild.
-  if (index > lastSubItem_) {
+  if (index > lastSubItem_ || (index == 0 && packed_.empty())) {
     AppendU16(packed_, static_cast<uint16_t>(index));
     AppendU16(packed_, static_cast<uint16_t>(text.size()));
     packed_.append(text);
@@ -116,28 +125,25 @@ int32_t ListView::ColumnIndex(std::string_view key) const {
 }
 
 ListRow& ListView::AddRow(const std::string& key, const std::string& text) {
-  if (!key.empty()) {
-    if (IsNumericText(key)) RaiseError(kErrInvalidKey);
-    if (rowIndex_.count(key)) RaiseError(kErrKeyNotUnique);
-  }
+  if (!key.empty() && IsNumericText(key)) RaiseError(kErrInvalidKey);
   auto row = std::make_unique<ListRow>();
   row->key_ = key;
-  row->text_ = text;
+  row->SetText(text);
   row->index_ = static_cast<uint32_t>(rows_.size());
   ListRow* raw = row.get();
+  if (!key.empty() && rowIndex_.Insert(raw->key_, raw)) RaiseError(kErrKeyNotUnique);
   rows_.push_back(std::move(row));
-  if (!key.empty()) rowIndex_.emplace(std::string_view(raw->key_), raw);
   return *raw;
 }
 
-ListRow* ListView::FindRow(std::string_view key) {
-  auto it = rowIndex_.find(key);
-  return it == rowIndex_.end() ? nullptr : it->second;
-}
+ListRow* ListView::FindRow(std::string_view key) { return key.empty() ? nullptr : rowIndex_.Find(key); }
 
-const ListRow* ListView::FindRow(std::string_view key) const {
-  auto it = rowIndex_.find(key);
-  return it == rowIndex_.end() ? nullptr : it->second;
+const ListRow* ListView::FindRow(std::string_view key) const { return key.empty() ? nullptr : rowIndex_.Find(key); }
+
+void ListView::RebuildRowIndex() {
+  rowIndex_.Clear();
+  for (auto& r : rows_)
+    if (!r->key_.empty()) rowIndex_.Insert(r->key_, r.get());
 }
 
 void ListView::Renumber(size_t from) {
@@ -146,9 +152,9 @@ void ListView::Renumber(size_t from) {
 
 bool ListView::RemoveRow(size_t index) {
   if (index >= rows_.size()) return false;
-  if (!rows_[index]->key_.empty()) rowIndex_.erase(rows_[index]->key_);
   rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(index));
   Renumber(index);
+  RebuildRowIndex();
   return true;
 }
 
@@ -161,7 +167,6 @@ size_t ListView::RemoveRowsIf(const std::function<bool(const ListRow&)>& remove)
   size_t out = 0;
   for (size_t i = 0; i < rows_.size(); ++i) {
     if (remove(*rows_[i])) {
-      if (!rows_[i]->key_.empty()) rowIndex_.erase(rows_[i]->key_);
       rows_[i].reset();
     } else {
       if (out != i) rows_[out] = std::move(rows_[i]);
@@ -171,11 +176,12 @@ size_t ListView::RemoveRowsIf(const std::function<bool(const ListRow&)>& remove)
   }
   const size_t removed = rows_.size() - out;
   rows_.resize(out);
+  if (removed) RebuildRowIndex();
   return removed;
 }
 
 void ListView::ClearRows() {
-  rowIndex_.clear();
+  rowIndex_.Clear();
   rows_.clear();
   topRow_ = -1;
 }
@@ -183,18 +189,34 @@ void ListView::ClearRows() {
 void ListView::Sort(int32_t sortColumn) {
   sorted_ = true;
   sortKey_ = sortColumn;
-  // Each row's text is looked up once, not once per comparison.
+  // Each row's text is looked up once, not once per comparison, and its
+  // first sixteen bytes ride along as two big-endian numbers, so most
+  // comparisons never leave the sort buffer.
   struct Keyed {
-    std::string_view text;
-    ListRow* row;
+    uint64_t head0, head1;
+    const char* data;
+    uint32_t size;
+    uint32_t row;  // the row's position before the sort
+    std::string_view Text() const { return {data, size}; }
+  };
+  auto bigEndian = [](std::string_view t, size_t from) {
+    uint64_t v = 0;
+    for (size_t i = 0; i < 8; ++i) v = (v << 8) | (from + i < t.size() ? static_cast<unsigned char>(t[from + i]) : 0u);
+    return v;
   };
   std::vector<Keyed> keyed;
   keyed.reserve(rows_.size());
-  for (auto& r : rows_)
-    keyed.push_back({sortColumn == 0 ? std::string_view(r->text_) : r->SubItem(sortColumn), r.get()});
-  std::stable_sort(keyed.begin(), keyed.end(), [](const Keyed& a, const Keyed& b) { return a.text < b.text; });
+  for (auto& r : rows_) {
+    const std::string_view t = sortColumn == 0 ? std::string_view(r->Text()) : r->SubItem(sortColumn);
+    keyed.push_back({bigEndian(t, 0), bigEndian(t, 8), t.data(), static_cast<uint32_t>(t.size()), r->index_});
+  }
+  std::stable_sort(keyed.begin(), keyed.end(), [](const Keyed& a, const Keyed& b) {
+    if (a.head0 != b.head0) return a.head0 < b.head0;
+    if (a.head1 != b.head1) return a.head1 < b.head1;
+    return a.Text() < b.Text();  // equal heads: the whole texts decide (a NUL byte pads like nothing)
+  });
   std::vector<std::unique_ptr<ListRow>> sorted(rows_.size());
-  for (size_t i = 0; i < keyed.size(); ++i) sorted[i] = std::move(rows_[keyed[i].row->index_]);
+  for (size_t i = 0; i < keyed.size(); ++i) sorted[i] = std::move(rows_[keyed[i].row]);
   rows_ = std::move(sorted);
   Renumber(0);
 }

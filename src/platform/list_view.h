@@ -24,6 +24,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "platform/row_key_index.h"
+
 namespace nxfv {
 
 struct ListColumn {
@@ -40,9 +42,12 @@ struct ListColumn {
 class ListRow {
  public:
   const std::string& Key() const { return key_; }
-  const std::string& Text() const { return text_; }
-  void SetText(std::string text) { text_ = std::move(text); }
-  // Text of sub-item index (column index > 0); "" when never set.
+  // The row's own text (column 0). Most rows show their key, so the text is
+  // only stored when it differs.
+  std::string_view Text() const { return textIsKey_ ? std::string_view(key_) : SubItem(0); }
+  void SetText(std::string_view text);
+  // Text of sub-item index (column index > 0; 0 gives the row's text); ""
+  // when never set.
   std::string_view SubItem(int32_t index) const;
   void SetSubItem(int32_t index, std::string_view text);
   bool HasSubItem(int32_t index) const;
@@ -62,10 +67,13 @@ class ListRow {
 
  private:
   friend class ListView;
+  // Stores a text under index (0 = the row's own text when it is not the key).
+  void Store(int32_t index, std::string_view text);
+
   std::string key_;
-  std::string text_;
   // Sub-items packed as [uint16 index][uint16 length][bytes]... in index
-  // order: a million rows with a handful of texts each stay small.
+  // order: a million rows with a handful of texts each stay small. Entry 0
+  // holds the row's text when it differs from the key.
   std::string packed_;
   int64_t tag_ = 0;
   int32_t image_ = 0;
@@ -73,6 +81,7 @@ class ListRow {
   uint16_t lastSubItem_ = 0;  // highest sub-item index set, 0 = none
   bool selected_ = false;
   bool checked_ = false;
+  bool textIsKey_ = false;
 };
 
 enum ViewStyles : int16_t { FvIcon = 0, FvSmallIcon = 1, FvList = 2, FvReport = 3 };
@@ -130,7 +139,8 @@ class ListView {
   std::vector<ListColumn> columns_;
   std::unordered_map<std::string, int32_t> columnIndex_;
   std::vector<std::unique_ptr<ListRow>> rows_;
-  std::unordered_map<std::string_view, ListRow*> rowIndex_;  // views into the rows' keys
+  void RebuildRowIndex();
+  RowKeyIndex rowIndex_;  // views into the rows' keys
   bool sorted_ = false;
   int32_t sortKey_ = 0;
   bool visible_ = true;

@@ -1,6 +1,8 @@
 #include "platform/variant.h"
 
+#include <atomic>
 #include <cmath>
+#include <cstring>
 #include <cstdio>
 #include <cstdlib>
 
@@ -8,6 +10,58 @@
 #include "platform/numeric_text.h"
 
 namespace nxfv {
+
+struct Variant::TextBox {
+  std::atomic<uint32_t> refs{1};
+  std::string text;
+};
+
+struct Variant::ObjectBox {
+  std::atomic<uint32_t> refs{1};
+  ObjectRef object;
+};
+
+Variant::Variant(std::string s) : kind_(Kind::String), text_(new TextBox) { text_->text = std::move(s); }
+
+Variant::Variant(ObjectRef o) : kind_(Kind::Object), object_(new ObjectBox) { object_->object = std::move(o); }
+
+Variant::Variant(const Variant& o) : kind_(o.kind_), d_(0) {
+  std::memcpy(&d_, &o.d_, sizeof d_);
+  if (kind_ == Kind::String) text_->refs.fetch_add(1, std::memory_order_relaxed);
+  if (kind_ == Kind::Object) object_->refs.fetch_add(1, std::memory_order_relaxed);
+}
+
+Variant::Variant(Variant&& o) noexcept : kind_(o.kind_), d_(0) {
+  std::memcpy(&d_, &o.d_, sizeof d_);
+  o.kind_ = Kind::Empty;
+  o.d_ = 0;
+}
+
+Variant& Variant::operator=(const Variant& o) {
+  if (this != &o) {
+    Variant copy(o);
+    *this = std::move(copy);
+  }
+  return *this;
+}
+
+Variant& Variant::operator=(Variant&& o) noexcept {
+  if (this != &o) {
+    Release();
+    kind_ = o.kind_;
+    std::memcpy(&d_, &o.d_, sizeof d_);
+    o.kind_ = Kind::Empty;
+    o.d_ = 0;
+  }
+  return *this;
+}
+
+void Variant::Release() {
+  if (kind_ == Kind::String && text_->refs.fetch_sub(1, std::memory_order_acq_rel) == 1) delete text_;
+  if (kind_ == Kind::Object && object_->refs.fetch_sub(1, std::memory_order_acq_rel) == 1) delete object_;
+  kind_ = Kind::Empty;
+  d_ = 0;
+}
 
 bool Variant::IsNumber() const {
   switch (kind()) {
@@ -21,15 +75,21 @@ bool Variant::IsNumber() const {
   }
 }
 
-const std::string* Variant::StringPtr() const {
-  auto* s = std::get_if<SharedText>(&v_);
-  return s ? s->get() : nullptr;
-}
+const std::string* Variant::StringPtr() const { return kind_ == Kind::String ? &text_->text : nullptr; }
 
 bool Variant::operator==(const Variant& o) const {
   if (kind() != o.kind()) return false;
-  if (kind() == Kind::String) return *StringPtr() == *o.StringPtr();
-  return v_ == o.v_;
+  switch (kind_) {
+    case Kind::Empty:
+    case Kind::Null: return true;
+    case Kind::Boolean: return b_ == o.b_;
+    case Kind::Long: return l_ == o.l_;
+    case Kind::Double:
+    case Kind::Date: return d_ == o.d_;
+    case Kind::String: return text_->text == o.text_->text;
+    case Kind::Object: return object_->object == o.object_->object;
+  }
+  return false;
 }
 
 bool Variant::AsBool() const {
@@ -43,13 +103,13 @@ bool Variant::AsBool() const {
 double Variant::AsDouble() const {
   switch (kind()) {
     case Kind::Empty: return 0;
-    case Kind::Boolean: return std::get<bool>(v_) ? -1 : 0;
-    case Kind::Long: return std::get<int32_t>(v_);
-    case Kind::Double: return std::get<double>(v_);
-    case Kind::Date: return std::get<DateValue>(v_).days;
+    case Kind::Boolean: return b_ ? -1 : 0;
+    case Kind::Long: return l_;
+    case Kind::Double:
+    case Kind::Date: return d_;
     case Kind::String: {
       double d = 0;
-      if (ParseNumericText(*StringPtr(), NumericSeparators{}, d)) return d;
+      if (ParseNumericText(text_->text, NumericSeparators{}, d)) return d;
       RaiseError(kErrTypeMismatch);
     }
     default:
@@ -69,20 +129,17 @@ std::string Variant::AsString() const {
     case Kind::Empty:
     case Kind::Null:
       return "";
-    case Kind::Boolean: return std::get<bool>(v_) ? "True" : "False";
-    case Kind::Long: return std::to_string(std::get<int32_t>(v_));
-    case Kind::Double: return FormatDouble(std::get<double>(v_));
-    case Kind::Date: return FormatDouble(std::get<DateValue>(v_).days);
-    case Kind::String: return *StringPtr();
+    case Kind::Boolean: return b_ ? "True" : "False";
+    case Kind::Long: return std::to_string(l_);
+    case Kind::Double:
+    case Kind::Date: return FormatDouble(d_);
+    case Kind::String: return text_->text;
     case Kind::Object: RaiseError(kErrTypeMismatch);
   }
   return "";
 }
 
-ObjectRef Variant::AsObject() const {
-  if (auto* o = std::get_if<ObjectRef>(&v_)) return *o;
-  return nullptr;
-}
+ObjectRef Variant::AsObject() const { return kind_ == Kind::Object ? object_->object : nullptr; }
 
 std::string FormatDouble(double d) {
   if (std::isnan(d)) return "NaN";

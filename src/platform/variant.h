@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <variant>
 
 namespace nxfv {
 
@@ -27,22 +26,28 @@ struct DateValue {
 
 class Variant {
  public:
-  enum class Kind { Empty, Null, Boolean, Long, Double, Date, String, Object };
+  enum class Kind : uint8_t { Empty, Null, Boolean, Long, Double, Date, String, Object };
 
-  Variant() = default;
-  Variant(NullValue) : v_(NullValue{}) {}
-  Variant(bool b) : v_(b) {}
-  Variant(int32_t l) : v_(l) {}
-  Variant(int16_t i) : v_(static_cast<int32_t>(i)) {}
-  Variant(double d) : v_(d) {}
-  Variant(DateValue d) : v_(d) {}
-  Variant(std::string s) : v_(std::make_shared<const std::string>(std::move(s))) {}
-  Variant(const char* s) : v_(std::make_shared<const std::string>(s)) {}
-  Variant(ObjectRef o) : v_(std::move(o)) {}
+  Variant() : d_(0) {}
+  Variant(NullValue) : kind_(Kind::Null), d_(0) {}
+  Variant(bool b) : kind_(Kind::Boolean), b_(b) {}
+  Variant(int32_t l) : kind_(Kind::Long), l_(l) {}
+  Variant(int16_t i) : kind_(Kind::Long), l_(i) {}
+  Variant(double d) : kind_(Kind::Double), d_(d) {}
+  Variant(DateValue d) : kind_(Kind::Date), d_(d.days) {}
+  Variant(std::string s);
+  Variant(const char* s) : Variant(std::string(s)) {}
+  Variant(ObjectRef o);
   template <class T, class = std::enable_if_t<std::is_base_of_v<Object, T>>>
-  Variant(std::shared_ptr<T> o) : v_(ObjectRef(std::move(o))) {}
+  Variant(std::shared_ptr<T> o) : Variant(ObjectRef(std::move(o))) {}
 
-  Kind kind() const { return static_cast<Kind>(v_.index()); }
+  Variant(const Variant& o);
+  Variant(Variant&& o) noexcept;
+  Variant& operator=(const Variant& o);
+  Variant& operator=(Variant&& o) noexcept;
+  ~Variant() { Release(); }
+
+  Kind kind() const { return kind_; }
   bool IsEmpty() const { return kind() == Kind::Empty; }
   bool IsNull() const { return kind() == Kind::Null; }
   bool IsString() const { return kind() == Kind::String; }
@@ -72,10 +77,21 @@ class Variant {
   bool operator==(const Variant& o) const;
 
  private:
-  // Strings are immutable and shared between copies, which keeps a Variant
-  // at 24 bytes: items hold six of them and a listing makes a million items.
-  using SharedText = std::shared_ptr<const std::string>;
-  std::variant<std::monostate, NullValue, bool, int32_t, double, DateValue, SharedText, ObjectRef> v_;
+  // Text and object references live in counted boxes that copies share: a
+  // Variant is 16 bytes, and items hold six of them (a listing makes a
+  // million items). Boxes are never changed once made.
+  struct TextBox;
+  struct ObjectBox;
+  void Release();
+
+  Kind kind_ = Kind::Empty;
+  union {
+    bool b_;
+    int32_t l_;
+    double d_;
+    TextBox* text_;
+    ObjectBox* object_;
+  };
 };
 
 // Text form of a double as the runtime prints it: up to 15 significant

@@ -42,7 +42,7 @@ class ViewerTest : public ::testing::Test {
   std::vector<std::string> Texts() const {
     std::vector<std::string> out;
     const ListView& lv = viewer->ListView1();
-    for (size_t i = 0; i < lv.RowCount(); ++i) out.push_back(lv.Row(i).Text());
+    for (size_t i = 0; i < lv.RowCount(); ++i) out.emplace_back(lv.Row(i).Text());
     return out;
   }
   std::vector<std::string> Keys() const {
