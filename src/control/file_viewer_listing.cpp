@@ -200,16 +200,19 @@ void FileViewer::LoadFiles(const std::string& Path, bool KeepItems, bool ResetSo
         typeCache_.Scratch().iconIndex = icon;
         Put(row, slots.typ, typeCache_.Scratch().typeName);
       } else {
-        item->setExtension(ext);
         item->setListItemTyp(typeoffitem::file);
         const uint64_t size = MakeInt64(entry.sizeHigh, entry.sizeLow);
         if (slots.siz > 0) Put(row, slots.siz, SizeText(formats, static_cast<double>(size)));
         // The public size is 32-bit: 2 GiB and more read as the largest value.
         item->setFileSize(size > 2147483647ULL ? 2147483647 : static_cast<int32_t>(size));
-        if (const TypeCacheEntry* type = FileTypeEntry(ext, folderPath + name, false)) {
+        // The full path is only built when the extension is new to the cache.
+        const TypeCacheEntry* type = ext.empty() ? nullptr : typeCache_.Find(ext);
+        if (!type && !ext.empty()) type = FileTypeEntry(ext, folderPath + name, false);
+        if (type) {
           icon = type->iconIndex;
           Put(row, slots.typ, type->typeName);
           NxFileListItem::Internal::ShareFileTyp(*item, type->sharedTypeName);
+          NxFileListItem::Internal::ShareExtension(*item, type->sharedExtension);
         }
         if (HasOwnIcon(ext)) icon = p.Icons().SysIconIndex(folderPath + name, 0, kSmallSysIcon);
       }

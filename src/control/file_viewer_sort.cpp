@@ -93,9 +93,11 @@ void FileViewer::SortView(bool ResetSort) {
   ctx.thousandsSeparator = formats.thousandsSeparator;
   const int32_t typeColumn = listView_.FindColumn("typ");
   for (size_t r = 0; r < listView_.RowCount(); ++r) {
+    listView_.PrefetchAhead(r);
     ListRow& row = listView_.Row(r);
     const std::string_view type = typeColumn > 0 ? row.SubItem(typeColumn) : std::string_view();
     row.SetSubItem(sortColumn, BuildRowSortKey(row, type, columns, ctx));
+    row.CompactTexts();  // the sort key is the row's last text
   }
   listView_.Sort(sortColumn);
   UpdateSortIndicators();

@@ -17,6 +17,8 @@ const TypeCacheEntry& TypeCache::Insert(TypeCacheEntry entry) {
                              [](const TypeCacheEntry& e, const std::string& k) { return e.extension < k; });
   if (!entry.sharedTypeName && !entry.typeName.empty())
     entry.sharedTypeName = std::make_shared<const std::string>(entry.typeName);
+  if (!entry.sharedExtension && !entry.extension.empty())
+    entry.sharedExtension = std::make_shared<const std::string>(entry.extension);
   return *entries_.insert(it, std::move(entry));
 }
 

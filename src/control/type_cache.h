@@ -18,8 +18,9 @@ struct TypeCacheEntry {
   std::string extension;  // lower case, without the dot
   std::string typeName;
   int32_t iconIndex = 0;
-  // The same type name, shared by the items of this type.
+  // The same type name and extension, shared by the items of this type.
   std::shared_ptr<const std::string> sharedTypeName;
+  std::shared_ptr<const std::string> sharedExtension;
 };
 
 class TypeCache {

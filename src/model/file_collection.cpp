@@ -1,5 +1,8 @@
 #include "model/file_collection.h"
 
+#include <mutex>
+#include <unordered_map>
+
 #include <algorithm>
 #include <cmath>
 
@@ -32,11 +35,36 @@ bool ToPosition(const Variant& v, int64_t& position) {
 NxFileCollection::NxFileCollection(Passkey, PlatformRef platform)
     : platform_(platform ? std::move(platform) : ActivePlatformRef()) {}
 
-std::shared_ptr<NxFileCollection> NxFileCollection::Create(PlatformRef platform) {
-  return std::make_shared<NxFileCollection>(Passkey{}, std::move(platform));
+namespace {
+// Collections alive in the process, by identity; few at any time.
+std::mutex& RegistryMutex() {
+  static std::mutex m;
+  return m;
+}
+std::unordered_map<const void*, std::weak_ptr<NxFileCollection>>& Registry() {
+  static std::unordered_map<const void*, std::weak_ptr<NxFileCollection>> live;
+  return live;
+}
+}  // namespace
+
+std::shared_ptr<NxFileCollection> LiveCollection(const void* owner) {
+  if (!owner) return nullptr;
+  std::lock_guard lock(RegistryMutex());
+  auto it = Registry().find(owner);
+  return it == Registry().end() ? nullptr : it->second.lock();
 }
 
-NxFileCollection::~NxFileCollection() = default;
+std::shared_ptr<NxFileCollection> NxFileCollection::Create(PlatformRef platform) {
+  auto c = std::make_shared<NxFileCollection>(Passkey{}, std::move(platform));
+  std::lock_guard lock(RegistryMutex());
+  Registry()[c.get()] = c;
+  return c;
+}
+
+NxFileCollection::~NxFileCollection() {
+  std::lock_guard lock(RegistryMutex());
+  Registry().erase(this);
+}
 
 void NxFileCollection::Show(const std::string& label) const { ShowError(*platform_, label); }
 

@@ -187,6 +187,10 @@ class NxFileCollection : public Object, public std::enable_shared_from_this<NxFi
   int32_t enumerationCount_ = 0;
 };
 
+// The live collection whose identity is owner, or null (items keep only
+// their owner's identity).
+std::shared_ptr<NxFileCollection> LiveCollection(const void* owner);
+
 // Where Find found a key (both fields kNoIndexMarker when it did not).
 struct CollectionFindResult {
   int32_t slot = kNoIndexMarker;

@@ -128,7 +128,6 @@ void NxFileListItem::Internal::SetOwner(NxFileListItem& item, const void* identi
 void NxFileListItem::Internal::SetOwner(NxFileListItem& item, const std::shared_ptr<NxFileCollection>& collection) {
   if (item.owner_ != nullptr || !collection) return;
   item.owner_ = collection.get();
-  item.ownerCollection_ = collection;
 }
 
 void NxFileListItem::Internal::StoreObject(NxFileListItem& item, ItemVariantField field, ObjectRef object) {
@@ -144,8 +143,8 @@ void NxFileListItem::Internal::StoreObject(NxFileListItem& item, ItemVariantFiel
 }
 
 void NxFileListItem::Internal::AnnounceKeyChange(NxFileListItem& item) {
-  auto owner = item.ownerCollection_.lock();
-  if (!owner || owner.get() != item.owner_) return;
+  auto owner = LiveCollection(item.owner_);
+  if (!owner) return;
   NxFileCollection::Internal(*owner).AnnounceKeyChange(item.Key(), &item);
 }
 

@@ -156,8 +156,8 @@ class NxFileListItem : public Object, public std::enable_shared_from_this<NxFile
   // clamps them (2147483647).
   int32_t FileSize() const { return fileSize_; }
   void setFileSize(int32_t v) { fileSize_ = v; }
-  const std::string& Extension() const { return extension_; }
-  void setExtension(std::string v) { extension_ = std::move(v); }
+  const std::string& Extension() const { return extension_ ? *extension_ : EmptyText(); }
+  void setExtension(std::string v) { extension_ = Share(std::move(v)); }
   const std::string& Path() const { return path_ ? *path_ : EmptyText(); }
   void setPath(std::string v) { path_ = Share(std::move(v)); }
 
@@ -188,7 +188,9 @@ class NxFileListItem : public Object, public std::enable_shared_from_this<NxFile
   // the thread's error state and do not escape: lets never fail.
   void Raise(eventbefs mybef, Variant& itemvalue, Variant& Parameter, bool& operationok);
 
-  std::weak_ptr<NxFileCollection> ownerCollection_;
+  // The owner's identity only: a collection is found again through the
+  // registry of live collections (see LiveCollection), so an item does not
+  // carry a counted reference to it.
   const void* owner_ = nullptr;
 
   // A listing may hold a million items, so an item stores little of its own:
@@ -218,7 +220,7 @@ class NxFileListItem : public Object, public std::enable_shared_from_this<NxFile
   std::unique_ptr<Extras> extras_;
   SharedText path_;
   SharedText fileTyp_;
-  std::string extension_;
+  SharedText extension_;
   Variant dateModified_, timeModified_, dateCreated_, timeCreated_, lastAccessed_;
   Variant dosName_;
   int32_t spareNumber_ = 0;
@@ -251,6 +253,9 @@ class NxFileListItem::Internal {
   }
   static void ShareFileTyp(NxFileListItem& item, std::shared_ptr<const std::string> type) {
     item.fileTyp_ = std::move(type);
+  }
+  static void ShareExtension(NxFileListItem& item, std::shared_ptr<const std::string> extension) {
+    item.extension_ = std::move(extension);
   }
 
   // The owner is set once: later calls leave the first owner. The identity

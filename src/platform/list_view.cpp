@@ -206,7 +206,9 @@ void ListView::Sort(int32_t sortColumn) {
   };
   std::vector<Keyed> keyed;
   keyed.reserve(rows_.size());
-  for (auto& r : rows_) {
+  for (size_t i = 0; i < rows_.size(); ++i) {
+    PrefetchAhead(i);
+    const auto& r = rows_[i];
     const std::string_view t = sortColumn == 0 ? std::string_view(r->Text()) : r->SubItem(sortColumn);
     keyed.push_back({bigEndian(t, 0), bigEndian(t, 8), t.data(), static_cast<uint32_t>(t.size()), r->index_});
   }

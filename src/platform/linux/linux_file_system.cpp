@@ -10,7 +10,12 @@
 #include <cstdlib>
 #include <cstring>
 #include <limits>
+#include <condition_variable>
+#include <deque>
+#include <mutex>
 #include <string_view>
+#include <thread>
+#include <vector>
 
 #include "platform/linux/file_attributes.h"
 #include "platform/linux/file_name_escape.h"
@@ -133,6 +138,83 @@ bool WriteAll(int fd, const std::string& bytes) {
 
 }  // namespace
 
+namespace {
+
+// Entries examined by the reading thread, handed over in batches.
+using EntryBatch = std::vector<FindData>;
+constexpr size_t kBatchEntries = 2048;
+constexpr size_t kQueuedBatches = 4;
+
+// A bounded hand-over between the thread that reads the folder and the
+// caller's thread that visits the entries: the kernel's share of a large
+// listing (getdents64 and one statx per entry) runs while the caller builds
+// its rows, and at most kQueuedBatches batches wait in memory.
+class BatchQueue {
+ public:
+  // Producer side. Returns false once the consumer has stopped.
+  bool Push(EntryBatch batch) {
+    std::unique_lock lock(mutex_);
+    space_.wait(lock, [&] { return queue_.size() < kQueuedBatches || stopped_; });
+    if (stopped_) return false;
+    queue_.push_back(std::move(batch));
+    ready_.notify_one();
+    return true;
+  }
+  void Finish(bool ok) {
+    std::lock_guard lock(mutex_);
+    finished_ = true;
+    ok_ = ok;
+    ready_.notify_one();
+  }
+  // Consumer side. False when everything was handed over.
+  bool Pop(EntryBatch& batch) {
+    std::unique_lock lock(mutex_);
+    ready_.wait(lock, [&] { return !queue_.empty() || finished_; });
+    if (queue_.empty()) return false;
+    batch = std::move(queue_.front());
+    queue_.pop_front();
+    space_.notify_one();
+    return true;
+  }
+  void Stop() {
+    std::lock_guard lock(mutex_);
+    stopped_ = true;
+    space_.notify_one();
+  }
+  bool Ok() {
+    std::lock_guard lock(mutex_);
+    return ok_;
+  }
+
+ private:
+  std::mutex mutex_;
+  std::condition_variable ready_, space_;
+  std::deque<EntryBatch> queue_;
+  bool finished_ = false, stopped_ = false, ok_ = true;
+};
+
+bool IsDotOrDotDot(const char* name) {
+  return name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
+}
+
+// Examines every entry of one getdents64 buffer into batch (reusing its
+// records' string capacity).
+void ExamineBuffer(int dirFd, const char* buffer, size_t bytes, const HiddenNames& hidden, EntryBatch& batch,
+                   size_t& used) {
+  for (size_t offset = 0; offset < bytes;) {
+    const auto* d = reinterpret_cast<const struct dirent64*>(buffer + offset);
+    offset += d->d_reclen;
+    if (IsDotOrDotDot(d->d_name)) continue;
+    if (used == batch.size()) batch.emplace_back();
+    FindData& entry = batch[used];
+    if (!ExamineEntry(dirFd, d->d_name, d->d_type, hidden, entry)) continue;
+    EscapeFileNameInto(std::string_view(d->d_name), entry.name);
+    ++used;
+  }
+}
+
+}  // namespace
+
 bool LinuxFileSystem::Enumerate(const std::string& folder, const Visitor& visit) {
   const std::string raw = UnescapeFileName(folder);
   const Fd dir(open(raw.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NOCTTY));
@@ -142,24 +224,70 @@ bool LinuxFileSystem::Enumerate(const std::string& folder, const Visitor& visit)
   hidden.LoadAt(dir.get());
 
   auto buffer = std::make_unique_for_overwrite<char[]>(kDirentBufferBytes);
-  FindData entry;  // reused: its name keeps its capacity between entries
-  bool firstRead = true;
-  for (;;) {
-    const ssize_t n = getdents64(dir.get(), buffer.get(), kDirentBufferBytes);
-    if (n < 0 && errno == EINTR) continue;
-    if (n < 0) return !firstRead;
-    if (n == 0) return true;
-    firstRead = false;
-    for (size_t offset = 0; offset < static_cast<size_t>(n);) {
-      const auto* d = reinterpret_cast<const struct dirent64*>(buffer.get() + offset);
-      offset += d->d_reclen;
-      const char* name = d->d_name;
-      if (name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'))) continue;
-      if (!ExamineEntry(dir.get(), name, d->d_type, hidden, entry)) continue;
-      EscapeFileNameInto(std::string_view(name), entry.name);
-      if (!visit(entry)) return true;
-    }
+  auto readSome = [&](ssize_t& n) {
+    do n = getdents64(dir.get(), buffer.get(), kDirentBufferBytes);
+    while (n < 0 && errno == EINTR);
+  };
+
+  // The first buffer is read and visited here: small folders never start a
+  // thread.
+  ssize_t n = 0;
+  readSome(n);
+  if (n < 0) return false;
+  if (n == 0) return true;
+  {
+    EntryBatch first;
+    size_t used = 0;
+    ExamineBuffer(dir.get(), buffer.get(), static_cast<size_t>(n), hidden, first, used);
+    for (size_t i = 0; i < used; ++i)
+      if (!visit(first[i])) return true;
   }
+
+  // Larger folders: the rest is read by a helper thread while the entries
+  // are visited here, on the caller's thread, in the same order.
+  BatchQueue queue;
+  std::thread reader([&] {
+    bool ok = true;
+    EntryBatch batch;
+    size_t used = 0;
+    for (;;) {
+      ssize_t got = 0;
+      readSome(got);
+      if (got <= 0) {
+        ok = got == 0;
+        break;
+      }
+      ExamineBuffer(dir.get(), buffer.get(), static_cast<size_t>(got), hidden, batch, used);
+      if (used >= kBatchEntries) {
+        batch.resize(used);
+        if (!queue.Push(std::move(batch))) break;
+        batch = EntryBatch();
+        batch.reserve(kBatchEntries + 512);
+        used = 0;
+      }
+    }
+    if (used > 0) {
+      batch.resize(used);
+      queue.Push(std::move(batch));
+    }
+    queue.Finish(ok);
+  });
+  struct Joiner {
+    BatchQueue& queue;
+    std::thread& thread;
+    ~Joiner() {
+      queue.Stop();
+      thread.join();
+    }
+  } joiner{queue, reader};
+
+  EntryBatch batch;
+  while (queue.Pop(batch))
+    for (const FindData& entry : batch)
+      if (!visit(entry)) return true;
+  // A read error after the first buffer still counts as a listing: what
+  // was read is shown, as before.
+  return true;
 }
 
 bool LinuxFileSystem::GetAttributes(const std::string& path, uint32_t& attributes) {
