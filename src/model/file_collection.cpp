@@ -70,6 +70,30 @@ void NxFileCollection::Show(const std::string& label) const { ShowError(*platfor
 
 // ---- slots ----
 
+const std::string& NxFileCollection::SlotKey::get() const {
+  static const std::string empty;
+  if (item_) return item_->Key();
+  return own_ ? *own_ : empty;
+}
+
+void NxFileCollection::SlotKey::Set(std::string key, const Variant& item) {
+  Clear();
+  if (key.empty()) return;
+  if (item.IsObject()) {
+    const auto* listItem = dynamic_cast<const NxFileListItem*>(item.AsObject().get());
+    if (listItem && listItem->Key() == key) {
+      item_ = listItem;
+      return;
+    }
+  }
+  own_ = std::make_unique<std::string>(std::move(key));
+}
+
+void NxFileCollection::SlotKey::Clear() {
+  own_.reset();
+  item_ = nullptr;
+}
+
 uint32_t NxFileCollection::NewSlot() {
   if (!freeSlots_.empty()) {
     const uint32_t id = freeSlots_.back();
@@ -85,7 +109,7 @@ uint32_t NxFileCollection::NewSlot() {
 void NxFileCollection::FreeSlot(uint32_t id) {
   Slot& s = SlotRef(id);
   s.item = Variant();
-  std::string().swap(s.key);
+  s.key.Clear();
   s.place = kFreeSlot;
   s.hash = 0;
   freeSlots_.push_back(id);
@@ -112,7 +136,7 @@ void NxFileCollection::ResetArrays() {
 uint32_t NxFileCollection::FindSlot(const std::string& key) const {
   if (key.empty()) return KeyHashIndex::kNone;
   const bool text = Text();
-  return keys_.Find(HashKey(key, text), [&](uint32_t slot) { return KeysEqual(SlotRef(slot).key, key, text); });
+  return keys_.Find(HashKey(key, text), [&](uint32_t slot) { return KeysEqual(SlotRef(slot).key.get(), key, text); });
 }
 
 int32_t NxFileCollection::PositionOfSlot(uint32_t slot) const {
@@ -147,7 +171,7 @@ const std::vector<uint32_t>& NxFileCollection::KeyOrder() const {
     }
     const bool text = Text();
     std::sort(keyOrder_.begin(), keyOrder_.end(),
-              [&](uint32_t a, uint32_t b) { return CompareKeys(SlotRef(a).key, SlotRef(b).key, text) < 0; });
+              [&](uint32_t a, uint32_t b) { return CompareKeys(SlotRef(a).key.get(), SlotRef(b).key.get(), text) < 0; });
     keyOrderDirty_ = false;
   }
   return keyOrder_;
@@ -177,10 +201,10 @@ void NxFileCollection::RemoveSlot(uint32_t slot) {
 void NxFileCollection::SetSlotKey(uint32_t slot, std::string key) {
   Slot& s = SlotRef(slot);
   if (!s.key.empty()) keys_.Erase(s.hash, slot);
-  s.key = std::move(key);
+  s.key.Set(std::move(key), s.item);
   s.hash = 0;
   if (!s.key.empty()) {
-    s.hash = HashKey(s.key, Text());
+    s.hash = HashKey(s.key.get(), Text());
     keys_.Insert(s.hash, slot);
   }
   keyOrderDirty_ = true;
@@ -209,7 +233,7 @@ bool NxFileCollection::Add(const Variant& item, const std::string& key, int32_t 
     if (!key.empty()) {
       hash = HashKey(key, Text());
       const bool text = Text();
-      if (keys_.Find(hash, [&](uint32_t s) { return KeysEqual(SlotRef(s).key, key, text); }) != KeyHashIndex::kNone) {
+      if (keys_.Find(hash, [&](uint32_t s) { return KeysEqual(SlotRef(s).key.get(), key, text); }) != KeyHashIndex::kNone) {
         Show("Add item 457");
         return false;
       }
@@ -221,7 +245,7 @@ bool NxFileCollection::Add(const Variant& item, const std::string& key, int32_t 
     const uint32_t slot = NewSlot();
     Slot& s = SlotRef(slot);
     s.item = item;
-    s.key = key;
+    s.key.Set(key, s.item);
     s.hash = hash;
     s.place = positions_.Append(slot);
     if (!key.empty()) {
@@ -466,7 +490,7 @@ std::string NxFileCollection::Internal::KeyByIndex(int32_t index) {
     c_.Show("Key by Index 9");
     return "";
   }
-  return c_.SlotRef(order[static_cast<size_t>(index)]).key;
+  return c_.SlotRef(order[static_cast<size_t>(index)]).key.get();
 }
 
 CollectionFindResult NxFileCollection::Internal::Find(const std::string& key) const {

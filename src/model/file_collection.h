@@ -137,9 +137,24 @@ class NxFileCollection : public Object, public std::enable_shared_from_this<NxFi
   static constexpr uint32_t kFreeSlot = 0xFFFFFFFFu;
   static constexpr uint32_t kChunkBits = 12;
 
+  // A slot's key. The listings add every item under the item's own Key, so
+  // such a key is read from the item the slot holds instead of being stored
+  // a second time; any other key is the slot's own text. (The component
+  // never re-keys an item while a collection holds it under that key.)
+  class SlotKey {
+   public:
+    const std::string& get() const;
+    bool empty() const { return get().empty(); }
+    void Set(std::string key, const Variant& item);
+    void Clear();
+
+   private:
+    std::unique_ptr<std::string> own_;
+    const NxFileListItem* item_ = nullptr;
+  };
   struct Slot {
     Variant item;
-    std::string key;
+    SlotKey key;
     uint32_t place = kFreeSlot;  // index into positions_, or kFreeSlot
     uint32_t hash = 0;           // of key, when key is not empty
   };

@@ -212,14 +212,33 @@ void ListView::Sort(int32_t sortColumn) {
     const std::string_view t = sortColumn == 0 ? std::string_view(r->Text()) : r->SubItem(sortColumn);
     keyed.push_back({bigEndian(t, 0), bigEndian(t, 8), t.data(), static_cast<uint32_t>(t.size()), r->index_});
   }
-  std::stable_sort(keyed.begin(), keyed.end(), [](const Keyed& a, const Keyed& b) {
+  // Equal texts keep their order through the row number, which makes the
+  // sort stable without the extra buffer a stable sort would allocate.
+  std::sort(keyed.begin(), keyed.end(), [](const Keyed& a, const Keyed& b) {
     if (a.head0 != b.head0) return a.head0 < b.head0;
     if (a.head1 != b.head1) return a.head1 < b.head1;
-    return a.Text() < b.Text();  // equal heads: the whole texts decide (a NUL byte pads like nothing)
+    if (const int c = a.Text().compare(b.Text()); c != 0) return c < 0;  // a NUL pads like nothing
+    return a.row < b.row;
   });
-  std::vector<std::unique_ptr<ListRow>> sorted(rows_.size());
-  for (size_t i = 0; i < keyed.size(); ++i) sorted[i] = std::move(rows_[keyed[i].row]);
-  rows_ = std::move(sorted);
+  // Rows move to their places in the existing array (following each cycle
+  // of the permutation), so no second array of a million pointers is needed.
+  std::vector<uint32_t> from(keyed.size());
+  for (size_t i = 0; i < keyed.size(); ++i) from[i] = keyed[i].row;
+  keyed.clear();
+  keyed.shrink_to_fit();
+  for (size_t start = 0; start < from.size(); ++start) {
+    if (from[start] == start) continue;
+    std::unique_ptr<ListRow> held = std::move(rows_[start]);
+    size_t at = start;
+    while (from[at] != start) {
+      const size_t next = from[at];
+      rows_[at] = std::move(rows_[next]);
+      from[at] = static_cast<uint32_t>(at);
+      at = next;
+    }
+    rows_[at] = std::move(held);
+    from[at] = static_cast<uint32_t>(at);
+  }
   Renumber(0);
 }
 
