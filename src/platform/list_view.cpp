@@ -131,20 +131,25 @@ ListRow& ListView::AddRow(const std::string& key, const std::string& text) {
   row->SetText(text);
   row->index_ = static_cast<uint32_t>(rows_.size());
   ListRow* raw = row.get();
-  if (!key.empty() && rowIndex_.Insert(raw->key_, raw)) RaiseError(kErrKeyNotUnique);
   rows_.push_back(std::move(row));
+  if (!key.empty() && rowIndex_.Insert(rows_.size() - 1, rows_) >= 0) {
+    rows_.pop_back();
+    RaiseError(kErrKeyNotUnique);
+  }
   return *raw;
 }
 
-ListRow* ListView::FindRow(std::string_view key) { return key.empty() ? nullptr : rowIndex_.Find(key); }
-
-const ListRow* ListView::FindRow(std::string_view key) const { return key.empty() ? nullptr : rowIndex_.Find(key); }
-
-void ListView::RebuildRowIndex() {
-  rowIndex_.Clear();
-  for (auto& r : rows_)
-    if (!r->key_.empty()) rowIndex_.Insert(r->key_, r.get());
+ListRow* ListView::FindRow(std::string_view key) {
+  const int64_t at = key.empty() ? -1 : rowIndex_.Find(key, rows_);
+  return at < 0 ? nullptr : rows_[static_cast<size_t>(at)].get();
 }
+
+const ListRow* ListView::FindRow(std::string_view key) const {
+  const int64_t at = key.empty() ? -1 : rowIndex_.Find(key, rows_);
+  return at < 0 ? nullptr : rows_[static_cast<size_t>(at)].get();
+}
+
+void ListView::RebuildRowIndex() { rowIndex_.MarkStale(); }
 
 void ListView::Renumber(size_t from) {
   for (size_t i = from; i < rows_.size(); ++i) rows_[i]->index_ = static_cast<uint32_t>(i);
@@ -240,6 +245,7 @@ void ListView::Sort(int32_t sortColumn) {
     from[at] = static_cast<uint32_t>(at);
   }
   Renumber(0);
+  RebuildRowIndex();
 }
 
 }  // namespace nxfv

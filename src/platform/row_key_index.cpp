@@ -14,49 +14,67 @@ uint32_t RowKeyIndex::Hash(std::string_view key) {
   return h;
 }
 
-ListRow* RowKeyIndex::Find(std::string_view key) const {
-  if (slots_.empty()) return nullptr;
+int64_t RowKeyIndex::Find(std::string_view key, const Rows& rows) const {
+  if (stale_) Rebuild(rows, rows.size());
+  if (slots_.empty()) return -1;
   const uint32_t h = Hash(key);
   const size_t mask = slots_.size() - 1;
   for (size_t i = h & mask;; i = (i + 1) & mask) {
     const Slot& s = slots_[i];
-    if (!s.used) return nullptr;
-    if (s.hash == h && s.row->Key() == key) return s.row;
+    if (s.position == 0) return -1;
+    if (s.hash == h && rows[s.position - 1]->Key() == key) return s.position - 1;
   }
 }
 
-ListRow* RowKeyIndex::Insert(std::string_view key, ListRow* row) {
-  if ((count_ + 1) * 2 > slots_.size()) Grow();
+int64_t RowKeyIndex::Insert(size_t position, const Rows& rows) {
+  if (stale_) Rebuild(rows, position);  // the new row is not in the index yet
+  return Place(position, rows);
+}
+
+int64_t RowKeyIndex::Place(size_t position, const Rows& rows) const {
+  if ((count_ + 1) * 2 > slots_.size()) Grow(rows);
+  const std::string_view key = rows[position]->Key();
   const uint32_t h = Hash(key);
   const size_t mask = slots_.size() - 1;
   for (size_t i = h & mask;; i = (i + 1) & mask) {
     Slot& s = slots_[i];
-    if (!s.used) {
-      s = {h, 1, row};
+    if (s.position == 0) {
+      s = {h, static_cast<uint32_t>(position + 1)};
       ++count_;
-      return nullptr;
+      return -1;
     }
-    if (s.hash == h && s.row->Key() == key) return s.row;
+    if (s.hash == h && rows[s.position - 1]->Key() == key) return s.position - 1;
   }
 }
 
-void RowKeyIndex::Grow() {
+void RowKeyIndex::Grow(const Rows&) const {
   std::vector<Slot> old;
   old.swap(slots_);
   slots_.assign(old.empty() ? 64 : old.size() * 2, Slot{});
   const size_t mask = slots_.size() - 1;
   for (const Slot& s : old) {
-    if (!s.used) continue;
+    if (s.position == 0) continue;
     size_t i = s.hash & mask;
-    while (slots_[i].used) i = (i + 1) & mask;
+    while (slots_[i].position != 0) i = (i + 1) & mask;
     slots_[i] = s;
   }
+}
+
+void RowKeyIndex::Rebuild(const Rows& rows, size_t limit) const {
+  stale_ = false;
+  count_ = 0;
+  size_t size = 64;
+  while (size < limit * 2 + 2) size *= 2;
+  slots_.assign(size, Slot{});
+  for (size_t i = 0; i < limit; ++i)
+    if (!rows[i]->Key().empty()) Place(i, rows);
 }
 
 void RowKeyIndex::Clear() {
   slots_.clear();
   slots_.shrink_to_fit();
   count_ = 0;
+  stale_ = false;
 }
 
 }  // namespace nxfv

@@ -75,3 +75,23 @@ TEST(ListViewTest, SortIsStableOrdinalAndRemovalKeepsOrder) {
 
 }  // namespace
 }  // namespace nxfv
+
+namespace nxfv {
+namespace {
+
+TEST(ListViewTest, KeysStayFoundAfterSortsAndRemovals) {
+  ListView lv;
+  for (int i = 0; i < 300; ++i) lv.AddRow("k" + std::to_string(i), "t").SetSubItem(1, std::to_string(1000 - i));
+  lv.Sort(1);
+  EXPECT_EQ(lv.FindRow("k0")->Index(), 0u);  // "1000" sorts before "701" as text
+  EXPECT_EQ(lv.FindRow("k299")->Index(), 1u);
+  EXPECT_THROW(lv.AddRow("k5", "dup"), VbError);  // the index, rebuilt after the sort, still knows k5
+  lv.RemoveRowsIf([](const ListRow& r) { return r.Key().size() == 2; });  // k0..k9
+  EXPECT_EQ(lv.FindRow("k3"), nullptr);
+  EXPECT_EQ(lv.FindRow("k10")->Key(), "k10");
+  lv.AddRow("k3", "again");
+  EXPECT_EQ(lv.FindRow("k3")->Index(), lv.RowCount() - 1);
+}
+
+}  // namespace
+}  // namespace nxfv
