@@ -188,6 +188,8 @@ class FileViewer : public Object, public std::enable_shared_from_this<FileViewer
                        Variant& Parameter, bool& operationok);
   void AnnounceNewView(const std::string& location);
   void UpdateSortIndicators();
+  // Bytes a row's sort key will take (with its 4-byte record header).
+  size_t SortKeyBytes() const;
   void AddArchiveEntry(int32_t Index, int32_t Total, const std::string& FileName, const std::string& ArchiveExt,
                        double Modified, int32_t Size, int32_t CompSize, int32_t Method, int32_t Attr,
                        const std::string& Path, int32_t flags, int32_t CRC, const std::string& Comments);

@@ -1,4 +1,6 @@
 // Listing a folder of the platform into items and rows.
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <unordered_set>
 
@@ -23,6 +25,7 @@ constexpr uint32_t kSmallSysIcon = kShgfiSysIconIndex | kShgfiSmallIcon;  // 0x4
 // The sub-item index of each column the listing fills, or -1 when the
 // column is not shown (a hidden column gets no text).
 struct ColumnSlots {
+  int32_t shownCount = 0;
   int32_t ext = -1, siz = -1, typ = -1, mod = -1, tim = -1, cre = -1, acc = -1, atr = -1, dos = -1, userd1 = -1,
           userd2 = -1;
 };
@@ -45,12 +48,38 @@ ColumnSlots ShownSlots(const ListView& lv) {
   s.dos = ShownSlot(lv, "dos");
   s.userd1 = ShownSlot(lv, "userd1");
   s.userd2 = ShownSlot(lv, "userd2");
+  for (int32_t i : {s.ext, s.siz, s.typ, s.mod, s.tim, s.cre, s.acc, s.atr, s.dos, s.userd1, s.userd2})
+    if (i > 0) ++s.shownCount;
   return s;
 }
 
 void Put(ListRow& row, int32_t slot, std::string_view text) {
   if (slot > 0) row.SetSubItem(slot, text);
 }
+
+// One row's column texts, collected first so that the row's text block is
+// allocated once at its final size (a million rows otherwise leave a million
+// outgrown blocks behind).
+class RowTexts {
+ public:
+  void Put(int32_t slot, std::string text) {
+    if (slot > 0 && count_ < texts_.size()) texts_[count_++] = {slot, std::move(text)};
+  }
+  // Writes the texts in column order, with room for spare more bytes.
+  void WriteTo(ListRow& row, size_t spare) {
+    std::sort(texts_.begin(), texts_.begin() + static_cast<std::ptrdiff_t>(count_),
+              [](const auto& a, const auto& b) { return a.first < b.first; });
+    size_t bytes = spare;
+    for (size_t i = 0; i < count_; ++i) bytes += texts_[i].second.size() + 4;
+    row.ReserveTexts(bytes);
+    for (size_t i = 0; i < count_; ++i) row.SetSubItem(texts_[i].first, texts_[i].second);
+    count_ = 0;
+  }
+
+ private:
+  std::array<std::pair<int32_t, std::string>, 16> texts_;
+  size_t count_ = 0;
+};
 
 bool EqualsNoCase(std::string_view a, std::string_view b) {
   if (a.size() != b.size()) return false;
@@ -162,6 +191,8 @@ void FileViewer::LoadFiles(const std::string& Path, bool KeepItems, bool ResetSo
       }
     }
 
+    RowTexts texts;
+    const size_t sortKeyBytes = SortKeyBytes();
     p.Files().Enumerate(folderPath, [&](const FindData& entry) {
       if (!entry.name.empty() && entry.name[0] == '.') return true;
       const std::string name = entry.name.substr(0, entry.name.find('\0'));
@@ -192,17 +223,17 @@ void FileViewer::LoadFiles(const std::string& Path, bool KeepItems, bool ResetSo
       NxFileListItem::Internal::SetOwner(*item, items_);
       item->setDisplayname(name);
       NxFileListItem::Internal::SharePath(*item, sharedFolderPath);
-      Put(row, slots.ext, ext);
+      texts.Put(slots.ext, ext);
       int32_t icon = 0;
       if (folder) {
         item->setListItemTyp(typeoffitem::Folder);
         icon = p.Icons().SysIconIndex(folderPath + name, 0, kSmallSysIcon);
         typeCache_.Scratch().iconIndex = icon;
-        Put(row, slots.typ, typeCache_.Scratch().typeName);
+        texts.Put(slots.typ, typeCache_.Scratch().typeName);
       } else {
         item->setListItemTyp(typeoffitem::file);
         const uint64_t size = MakeInt64(entry.sizeHigh, entry.sizeLow);
-        if (slots.siz > 0) Put(row, slots.siz, SizeText(formats, static_cast<double>(size)));
+        if (slots.siz > 0) texts.Put(slots.siz, SizeText(formats, static_cast<double>(size)));
         // The public size is 32-bit: 2 GiB and more read as the largest value.
         item->setFileSize(size > 2147483647ULL ? 2147483647 : static_cast<int32_t>(size));
         // The full path is only built when the extension is new to the cache.
@@ -210,7 +241,7 @@ void FileViewer::LoadFiles(const std::string& Path, bool KeepItems, bool ResetSo
         if (!type && !ext.empty()) type = FileTypeEntry(ext, folderPath + name, false);
         if (type) {
           icon = type->iconIndex;
-          Put(row, slots.typ, type->typeName);
+          texts.Put(slots.typ, type->typeName);
           NxFileListItem::Internal::ShareFileTyp(*item, type->sharedTypeName);
           NxFileListItem::Internal::ShareExtension(*item, type->sharedExtension);
         }
@@ -218,28 +249,28 @@ void FileViewer::LoadFiles(const std::string& Path, bool KeepItems, bool ResetSo
       }
       const double written = FileTimeToDate(p, entry.lastWriteTime, true);
       const double writtenDay = std::floor(written);
-      if (slots.mod > 0) Put(row, slots.mod, DateText(formats, written));
+      if (slots.mod > 0) texts.Put(slots.mod, DateText(formats, written));
       item->setDateModified(Variant(DateValue{writtenDay}));
-      if (slots.tim > 0) Put(row, slots.tim, TimeText(formats, written));
+      if (slots.tim > 0) texts.Put(slots.tim, TimeText(formats, written));
       item->setTimeModified(Variant(DateValue{written - writtenDay}));
       const double created = FileTimeToDate(p, entry.creationTime, true);
-      if (slots.cre > 0) Put(row, slots.cre, DateTimeText(formats, created));
+      if (slots.cre > 0) texts.Put(slots.cre, DateTimeText(formats, created));
       item->setDateCreated(Variant(DateValue{std::floor(created)}));
       item->setTimeCreated(Variant(DateValue{created - std::floor(created)}));
       const double accessed = FileTimeToDate(p, entry.lastAccessTime, true);
       if (lastAccessDateOnly_) {
-        if (slots.acc > 0) Put(row, slots.acc, DateText(formats, accessed));
+        if (slots.acc > 0) texts.Put(slots.acc, DateText(formats, accessed));
         item->setLastAccessed(Variant(DateValue{std::floor(accessed)}));
       } else {
-        if (slots.acc > 0) Put(row, slots.acc, DateTimeText(formats, accessed));
+        if (slots.acc > 0) texts.Put(slots.acc, DateTimeText(formats, accessed));
         item->setLastAccessed(Variant(DateValue{accessed}));
       }
-      if (slots.atr > 0) Put(row, slots.atr, GetAttrString(entry.attributes));
+      if (slots.atr > 0) texts.Put(slots.atr, GetAttrString(entry.attributes));
       item->setAttributes(static_cast<int32_t>(entry.attributes));
       const std::string dos = entry.shortName.empty() || entry.shortName[0] == '\0'
                                   ? p.Locale().CharUpper(name)
                                   : entry.shortName.substr(0, entry.shortName.find('\0'));
-      Put(row, slots.dos, dos);
+      texts.Put(slots.dos, dos);
       item->setDosName(Variant(dos));
       if (!KeepItems && events_) {
         // Items added by a refresh get no user data, on purpose.
@@ -247,11 +278,12 @@ void FileViewer::LoadFiles(const std::string& Path, bool KeepItems, bool ResetSo
         auto handed = item;
         Subscribe(item);
         events_->SetUserdata(handed, a, b);
-        Put(row, slots.userd1, a);
-        Put(row, slots.userd2, b);
+        texts.Put(slots.userd1, a);
+        texts.Put(slots.userd2, b);
         item->setUserDataA(a);
         item->setUserDataB(b);
       }
+      texts.WriteTo(row, sortKeyBytes);
       items.Add(Variant(item), key, COLLECTION_ADD_OPTIONS::EndOfCollection);
       NxFileListItem::Internal::SetFoundInPass(*item, true);
       NxFileListItem::Internal::SetListed(*item, true);

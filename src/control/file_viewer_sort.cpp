@@ -54,6 +54,18 @@ void FileViewer::ClickColumnHeader(int32_t columnIndex, bool ctrlHeld) {
   SortView(false);
 }
 
+size_t FileViewer::SortKeyBytes() const {
+  size_t bytes = 4;
+  const int16_t count = sortColumnCount_ == 0 ? 1 : sortColumnCount_;
+  for (int16_t i = 1; i <= count; ++i) {
+    const std::string& k = sortColumnCount_ == 0 ? std::string("nam") : sortColumns_[i];
+    const bool date = k == "mod" || k == "tim" || k == "cre" || k == "acc";
+    const bool size = k == "siz" || k == "cmp";
+    bytes += 1 + (date ? 11 : size ? 16 : k == "ext" ? 5 : 26);
+  }
+  return bytes;
+}
+
 void FileViewer::UpdateSortIndicators() {
   for (int32_t c = 0; c < listView_.ColumnCount(); ++c) {
     ListColumn& col = listView_.Column(c);
@@ -97,7 +109,6 @@ void FileViewer::SortView(bool ResetSort) {
     ListRow& row = listView_.Row(r);
     const std::string_view type = typeColumn > 0 ? row.SubItem(typeColumn) : std::string_view();
     row.SetSubItem(sortColumn, BuildRowSortKey(row, type, columns, ctx));
-    row.CompactTexts();  // the sort key is the row's last text
   }
   listView_.Sort(sortColumn);
   UpdateSortIndicators();
