@@ -80,7 +80,7 @@ void AppendJsonVariant(std::string& out, const Variant& v) {
       out += v.AsBool() ? "true" : "false";
       break;
     case Variant::Kind::String:
-      AppendJsonString(out, *v.StringPtr());
+      AppendJsonString(out, v.TextView());
       break;
     default:
       AppendJsonNumber(out, v.AsDouble());
@@ -104,6 +104,7 @@ void WriteListTable(const FileViewer& viewer, std::ostream& out) {
     cells[0] = row.Text();
   };
   for (size_t r = 0; r < lv.RowCount(); ++r) {
+    lv.PrefetchAhead(r);
     load(lv.Row(r));
     for (size_t i = 0; i < cols.size(); ++i)
       widths[i] = std::max(widths[i], CodePointCount(cells[static_cast<size_t>(cols[i])]));
@@ -126,6 +127,7 @@ void WriteListTable(const FileViewer& viewer, std::ostream& out) {
   };
   line([&](size_t i) { return std::string_view(lv.Column(cols[i]).caption); });
   for (size_t r = 0; r < lv.RowCount(); ++r) {
+    lv.PrefetchAhead(r);
     load(lv.Row(r));
     line([&](size_t i) { return cells[static_cast<size_t>(cols[i])]; });
   }

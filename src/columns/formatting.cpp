@@ -37,8 +37,8 @@ bool MaskOf(const Variant& v, uint32_t& mask) {
     d = 0;
   } else if (v.IsNumber()) {
     d = v.AsDouble();
-  } else if (const std::string* s = v.StringPtr()) {
-    if (!ParseNumericText(*s, NumericSeparators{}, d)) return false;
+  } else if (v.IsString()) {
+    if (!ParseNumericText(v.TextView(), NumericSeparators{}, d)) return false;
   } else {
     return false;  // Null, objects
   }
@@ -182,9 +182,9 @@ std::string SizeText(Platform& platform, const Variant& bytes) {
   const LocaleFormats& formats = platform.Locale().Formats();
   if (bytes.IsEmpty()) return SizeText(formats, 0.0);
   if (bytes.IsNumber()) return SizeText(formats, bytes.AsDouble());
-  if (const std::string* s = bytes.StringPtr()) {
+  if (bytes.IsString()) {
     double d = 0;
-    if (ParseNumericText(*s, NumericSeparators{formats.thousandsSeparator, formats.decimalSeparator}, d))
+    if (ParseNumericText(bytes.TextView(), NumericSeparators{formats.thousandsSeparator, formats.decimalSeparator}, d))
       return SizeText(formats, d);
   }
   return {};

@@ -133,7 +133,7 @@ void NxFileCollection::ResetArrays() {
 
 // ---- lookups ----
 
-uint32_t NxFileCollection::FindSlot(const std::string& key) const {
+uint32_t NxFileCollection::FindSlot(std::string_view key) const {
   if (key.empty()) return KeyHashIndex::kNone;
   const bool text = Text();
   return keys_.Find(HashKey(key, text), [&](uint32_t slot) { return KeysEqual(SlotRef(slot).key.get(), key, text); });
@@ -270,8 +270,9 @@ bool NxFileCollection::Add(const Variant& item, const std::string& key, int32_t 
 bool NxFileCollection::Remove(const Variant& positionOrKey) {
   try {
     uint32_t slot = 0;
-    if (const std::string* key = positionOrKey.StringPtr()) {
-      slot = FindSlot(*key);
+    if (positionOrKey.IsString()) {
+      const std::string_view key = positionOrKey.TextView();
+      slot = FindSlot(key);
       if (slot == KeyHashIndex::kNone) {
         Show("Remove item. Key not found");
         return false;
@@ -297,8 +298,9 @@ bool NxFileCollection::Remove(const Variant& positionOrKey) {
 std::shared_ptr<NxFileListItem> NxFileCollection::Item(const Variant& vIndexKey) {
   try {
     uint32_t slot = 0;
-    if (const std::string* key = vIndexKey.StringPtr()) {
-      slot = FindSlot(*key);
+    if (vIndexKey.IsString()) {
+      const std::string_view key = vIndexKey.TextView();
+      slot = FindSlot(key);
       if (slot == KeyHashIndex::kNone) return nullptr;
     } else if (IsPositionKind(vIndexKey)) {
       if (!SlotAtNumber(vIndexKey, slot)) return nullptr;
@@ -317,8 +319,9 @@ std::shared_ptr<NxFileListItem> NxFileCollection::Item(const Variant& vIndexKey)
 Variant NxFileCollection::InternalItem(const Variant& positionOrKey) {
   try {
     uint32_t slot = 0;
-    if (const std::string* key = positionOrKey.StringPtr()) {
-      slot = FindSlot(*key);
+    if (positionOrKey.IsString()) {
+      const std::string_view key = positionOrKey.TextView();
+      slot = FindSlot(key);
       if (slot == KeyHashIndex::kNone) {
         Show("Item. Key not found.");
         return Variant();
@@ -345,8 +348,9 @@ bool NxFileCollection::Move(const Variant& from, int32_t option, const Variant& 
     }
     // Resolves a position or key to a position; false after its message.
     auto resolve = [&](const Variant& v, int64_t& position) {
-      if (const std::string* key = v.StringPtr()) {
-        const uint32_t slot = FindSlot(*key);
+      if (v.IsString()) {
+      const std::string_view key = v.TextView();
+        const uint32_t slot = FindSlot(key);
         if (slot == KeyHashIndex::kNone) {
           Show("Move Item. Key not found.");
           return false;

@@ -166,7 +166,7 @@ class NxFileCollection : public Object, public std::enable_shared_from_this<NxFi
   bool Text() const { return compareMode_ == COMPARE_MODE::TextCompare; }
 
   // Slot of a key, or kNone.
-  uint32_t FindSlot(const std::string& key) const;
+  uint32_t FindSlot(std::string_view key) const;
   int32_t PositionOfSlot(uint32_t slot) const;
   // Slot at a position given as a Variant number; false when outside.
   bool SlotAtNumber(const Variant& number, uint32_t& slot) const;

@@ -56,9 +56,9 @@ bool kCollection::WriteToFile(const std::string& FileName) {
     const int32_t n = colnewb_->Count();
     for (int32_t i = 1; i <= n; ++i) {
       const Variant v = colnewb_->Item(Variant(i));
-      const std::string* s = v.StringPtr();
-      if (s && *s == kSkipMarker) continue;
-      text += s ? *s : v.AsString();
+      if (v.IsString() && v.TextView() == kSkipMarker) continue;
+      if (v.IsString()) text += v.TextView();
+      else text += v.AsString();
       text += "\r\n";
     }
     return platform_->Files().WriteWholeFile(FileName, text);

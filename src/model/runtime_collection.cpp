@@ -15,9 +15,10 @@ bool RuntimeCollection::HasKey(const std::string& key) const {
 }
 
 size_t RuntimeCollection::Resolve(const Variant& index) const {
-  if (const std::string* key = index.StringPtr()) {
+  if (index.IsString()) {
+    const std::string_view key = index.TextView();
     for (size_t i = 0; i < entries_.size(); ++i) {
-      if (entries_[i].hasKey && KeysEqual(entries_[i].key, *key, true)) return i;
+      if (entries_[i].hasKey && KeysEqual(entries_[i].key, key, true)) return i;
     }
     RaiseError(kErrInvalidCall);
   }

@@ -199,30 +199,35 @@ void ListView::Sort(int32_t sortColumn) {
   // comparisons never leave the sort buffer.
   struct Keyed {
     uint64_t head0, head1;
-    const char* data;
-    uint32_t size;
     uint32_t row;  // the row's position before the sort
-    std::string_view Text() const { return {data, size}; }
+    uint32_t size;
   };
   auto bigEndian = [](std::string_view t, size_t from) {
     uint64_t v = 0;
     for (size_t i = 0; i < 8; ++i) v = (v << 8) | (from + i < t.size() ? static_cast<unsigned char>(t[from + i]) : 0u);
     return v;
   };
+  auto text = [&](uint32_t row) -> std::string_view {
+    return sortColumn == 0 ? rows_[row]->Text() : rows_[row]->SubItem(sortColumn);
+  };
   std::vector<Keyed> keyed;
   keyed.reserve(rows_.size());
   for (size_t i = 0; i < rows_.size(); ++i) {
     PrefetchAhead(i);
-    const auto& r = rows_[i];
-    const std::string_view t = sortColumn == 0 ? std::string_view(r->Text()) : r->SubItem(sortColumn);
-    keyed.push_back({bigEndian(t, 0), bigEndian(t, 8), t.data(), static_cast<uint32_t>(t.size()), r->index_});
+    const std::string_view t = text(static_cast<uint32_t>(i));
+    keyed.push_back({bigEndian(t, 0), bigEndian(t, 8), static_cast<uint32_t>(i), static_cast<uint32_t>(t.size())});
   }
   // Equal texts keep their order through the row number, which makes the
-  // sort stable without the extra buffer a stable sort would allocate.
-  std::sort(keyed.begin(), keyed.end(), [](const Keyed& a, const Keyed& b) {
+  // sort stable without the extra buffer a stable sort would allocate. The
+  // rows' own texts are read only when the first sixteen bytes tie.
+  std::sort(keyed.begin(), keyed.end(), [&](const Keyed& a, const Keyed& b) {
     if (a.head0 != b.head0) return a.head0 < b.head0;
     if (a.head1 != b.head1) return a.head1 < b.head1;
-    if (const int c = a.Text().compare(b.Text()); c != 0) return c < 0;  // a NUL pads like nothing
+    if (a.size > 16 || b.size > 16) {
+      if (const int c = text(a.row).compare(text(b.row)); c != 0) return c < 0;
+    } else if (a.size != b.size) {
+      return a.size < b.size;  // same bytes, one text ends first (NUL pads like nothing)
+    }
     return a.row < b.row;
   });
   // Rows move to their places in the existing array (following each cycle

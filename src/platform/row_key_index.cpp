@@ -32,7 +32,7 @@ int64_t RowKeyIndex::Insert(size_t position, const Rows& rows) {
 }
 
 int64_t RowKeyIndex::Place(size_t position, const Rows& rows) const {
-  if ((count_ + 1) * 2 > slots_.size()) Grow(rows);
+  if ((count_ + 1) * 5 > slots_.size() * 4) Grow(rows);  // at most 4/5 full
   const std::string_view key = rows[position]->Key();
   const uint32_t h = Hash(key);
   const size_t mask = slots_.size() - 1;
@@ -64,7 +64,7 @@ void RowKeyIndex::Rebuild(const Rows& rows, size_t limit) const {
   stale_ = false;
   count_ = 0;
   size_t size = 64;
-  while (size < limit * 2 + 2) size *= 2;
+  while (size * 4 < (limit + 1) * 5) size *= 2;
   slots_.assign(size, Slot{});
   for (size_t i = 0; i < limit; ++i)
     if (!rows[i]->Key().empty()) Place(i, rows);

@@ -2,7 +2,10 @@
 
 #include <atomic>
 #include <cmath>
+#include <climits>
+#include <cstdint>
 #include <cstring>
+#include <new>
 #include <cstdio>
 #include <cstdlib>
 
@@ -11,9 +14,24 @@
 
 namespace nxfv {
 
+// The characters follow the header in the same allocation.
 struct Variant::TextBox {
-  std::atomic<uint32_t> refs{1};
-  std::string text;
+  std::atomic<uint32_t> refs;
+  uint32_t size;
+  char* Chars() { return reinterpret_cast<char*>(this + 1); }
+  const char* Chars() const { return reinterpret_cast<const char*>(this + 1); }
+  std::string_view View() const { return {Chars(), size}; }
+  static TextBox* Make(std::string_view text) {
+    if (text.size() > UINT32_MAX) RaiseError(kErrOutOfMemory);
+    void* memory = ::operator new(sizeof(TextBox) + text.size());
+    auto* box = new (memory) TextBox{{1}, static_cast<uint32_t>(text.size())};
+    if (!text.empty()) std::memcpy(box->Chars(), text.data(), text.size());
+    return box;
+  }
+  static void Free(TextBox* box) {
+    box->~TextBox();
+    ::operator delete(box);
+  }
 };
 
 struct Variant::ObjectBox {
@@ -21,7 +39,7 @@ struct Variant::ObjectBox {
   ObjectRef object;
 };
 
-Variant::Variant(std::string s) : kind_(Kind::String), text_(new TextBox) { text_->text = std::move(s); }
+Variant::Variant(std::string s) : kind_(Kind::String), text_(TextBox::Make(s)) {}
 
 Variant::Variant(ObjectRef o) : kind_(Kind::Object), object_(new ObjectBox) { object_->object = std::move(o); }
 
@@ -57,7 +75,7 @@ Variant& Variant::operator=(Variant&& o) noexcept {
 }
 
 void Variant::Release() {
-  if (kind_ == Kind::String && text_->refs.fetch_sub(1, std::memory_order_acq_rel) == 1) delete text_;
+  if (kind_ == Kind::String && text_->refs.fetch_sub(1, std::memory_order_acq_rel) == 1) TextBox::Free(text_);
   if (kind_ == Kind::Object && object_->refs.fetch_sub(1, std::memory_order_acq_rel) == 1) delete object_;
   kind_ = Kind::Empty;
   d_ = 0;
@@ -75,7 +93,7 @@ bool Variant::IsNumber() const {
   }
 }
 
-const std::string* Variant::StringPtr() const { return kind_ == Kind::String ? &text_->text : nullptr; }
+std::string_view Variant::TextView() const { return kind_ == Kind::String ? text_->View() : std::string_view(); }
 
 bool Variant::operator==(const Variant& o) const {
   if (kind() != o.kind()) return false;
@@ -86,16 +104,17 @@ bool Variant::operator==(const Variant& o) const {
     case Kind::Long: return l_ == o.l_;
     case Kind::Double:
     case Kind::Date: return d_ == o.d_;
-    case Kind::String: return text_->text == o.text_->text;
+    case Kind::String: return text_->View() == o.text_->View();
     case Kind::Object: return object_->object == o.object_->object;
   }
   return false;
 }
 
 bool Variant::AsBool() const {
-  if (auto* s = StringPtr()) {
-    if (*s == "True" || *s == "true" || *s == "TRUE") return true;
-    if (*s == "False" || *s == "false" || *s == "FALSE") return false;
+  if (kind_ == Kind::String) {
+    const std::string_view s = text_->View();
+    if (s == "True" || s == "true" || s == "TRUE") return true;
+    if (s == "False" || s == "false" || s == "FALSE") return false;
   }
   return AsDouble() != 0;
 }
@@ -109,7 +128,7 @@ double Variant::AsDouble() const {
     case Kind::Date: return d_;
     case Kind::String: {
       double d = 0;
-      if (ParseNumericText(text_->text, NumericSeparators{}, d)) return d;
+      if (ParseNumericText(text_->View(), NumericSeparators{}, d)) return d;
       RaiseError(kErrTypeMismatch);
     }
     default:
@@ -133,7 +152,7 @@ std::string Variant::AsString() const {
     case Kind::Long: return std::to_string(l_);
     case Kind::Double:
     case Kind::Date: return FormatDouble(d_);
-    case Kind::String: return text_->text;
+    case Kind::String: return std::string(text_->View());
     case Kind::Object: RaiseError(kErrTypeMismatch);
   }
   return "";

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace nxfv {
 
@@ -65,8 +66,8 @@ class Variant {
   // Text form: Boolean "True"/"False", numbers in invariant form, dates as
   // their date number, Empty "", Null "". Objects give error 13.
   std::string AsString() const;
-  // The held text, or null when the variant is not a string.
-  const std::string* StringPtr() const;
+  // The held text; empty when the variant is not a string (IsString tells).
+  std::string_view TextView() const;
   ObjectRef AsObject() const;  // null when not an object
   template <class T>
   std::shared_ptr<T> As() const {
