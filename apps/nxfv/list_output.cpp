@@ -103,11 +103,17 @@ void WriteListTable(const FileViewer& viewer, std::ostream& out) {
     row.SubItemsInto(cells, static_cast<size_t>(lv.ColumnCount()));
     cells[0] = row.Text();
   };
-  for (size_t r = 0; r < lv.RowCount(); ++r) {
-    lv.PrefetchAhead(r);
-    load(lv.Row(r));
-    for (size_t i = 0; i < cols.size(); ++i)
-      widths[i] = std::max(widths[i], CodePointCount(cells[static_cast<size_t>(cols[i])]));
+  const std::vector<size_t>& measured = lv.ContentWidths();
+  if (measured.size() == static_cast<size_t>(lv.ColumnCount())) {
+    // The view measured its columns while sorting: no extra walk.
+    for (size_t i = 0; i < cols.size(); ++i) widths[i] = std::max(widths[i], measured[static_cast<size_t>(cols[i])]);
+  } else {
+    for (size_t r = 0; r < lv.RowCount(); ++r) {
+      lv.PrefetchAhead(r);
+      load(lv.Row(r));
+      for (size_t i = 0; i < cols.size(); ++i)
+        widths[i] = std::max(widths[i], CodePointCount(cells[static_cast<size_t>(cols[i])]));
+    }
   }
 
   BlockWriter w(out);

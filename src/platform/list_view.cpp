@@ -4,6 +4,7 @@
 
 #include "platform/error_state.h"
 #include "platform/numeric_text.h"
+#include "platform/utf8.h"
 
 namespace nxfv {
 
@@ -125,6 +126,7 @@ int32_t ListView::ColumnIndex(std::string_view key) const {
 }
 
 ListRow& ListView::AddRow(const std::string& key, const std::string& text) {
+  contentWidths_.clear();
   if (!key.empty() && IsNumericText(key)) RaiseError(kErrInvalidKey);
   auto row = std::make_unique<ListRow>();
   row->key_ = key;
@@ -156,6 +158,7 @@ void ListView::Renumber(size_t from) {
 }
 
 bool ListView::RemoveRow(size_t index) {
+  contentWidths_.clear();
   if (index >= rows_.size()) return false;
   rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(index));
   Renumber(index);
@@ -169,6 +172,7 @@ bool ListView::RemoveRowByKey(std::string_view key) {
 }
 
 size_t ListView::RemoveRowsIf(const std::function<bool(const ListRow&)>& remove) {
+  contentWidths_.clear();
   size_t out = 0;
   for (size_t i = 0; i < rows_.size(); ++i) {
     if (remove(*rows_[i])) {
@@ -186,6 +190,7 @@ size_t ListView::RemoveRowsIf(const std::function<bool(const ListRow&)>& remove)
 }
 
 void ListView::ClearRows() {
+  contentWidths_.clear();
   rowIndex_.Clear();
   rows_.clear();
   topRow_ = -1;
@@ -212,8 +217,15 @@ void ListView::Sort(int32_t sortColumn) {
   };
   std::vector<Keyed> keyed;
   keyed.reserve(rows_.size());
+  std::vector<size_t> widths(static_cast<size_t>(ColumnCount()), 0);
+  std::vector<std::string_view> cells;
   for (size_t i = 0; i < rows_.size(); ++i) {
     PrefetchAhead(i);
+    const ListRow& row = *rows_[i];
+    row.SubItemsInto(cells, widths.size());
+    cells[0] = row.Text();
+    for (size_t c = 0; c < widths.size(); ++c)
+      if (!cells[c].empty()) widths[c] = std::max(widths[c], CodePointCount(cells[c]));
     const std::string_view t = text(static_cast<uint32_t>(i));
     keyed.push_back({bigEndian(t, 0), bigEndian(t, 8), static_cast<uint32_t>(i), static_cast<uint32_t>(t.size())});
   }
@@ -251,6 +263,7 @@ void ListView::Sort(int32_t sortColumn) {
   }
   Renumber(0);
   RebuildRowIndex();
+  contentWidths_ = std::move(widths);
 }
 
 }  // namespace nxfv

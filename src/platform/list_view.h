@@ -135,6 +135,13 @@ class ListView {
   // Stable ascending sort by the text of column sortColumn (0 = row text).
   void Sort(int32_t sortColumn);
   bool Sorted() const { return sorted_; }
+  // Widest text (in characters) of each column, taken by the last sort
+  // while it read every row anyway, so that a front end can size columns to
+  // their contents without another walk over a million rows. Empty when
+  // rows were added or removed since, or texts were changed through the
+  // view; a caller that changes row texts directly and then needs the
+  // widths measures them itself.
+  const std::vector<size_t>& ContentWidths() const { return contentWidths_; }
   int32_t SortKey() const { return sortKey_; }
 
   // View state.
@@ -158,6 +165,7 @@ class ListView {
   void RebuildRowIndex();
   RowKeyIndex rowIndex_;  // views into the rows' keys
   bool sorted_ = false;
+  std::vector<size_t> contentWidths_;
   int32_t sortKey_ = 0;
   bool visible_ = true;
   ViewStyles viewStyle_ = FvReport;
