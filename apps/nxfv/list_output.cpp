@@ -142,7 +142,7 @@ void WriteListTable(const FileViewer& viewer, std::ostream& out) {
 namespace {
 
 void AppendItem(std::string& b, const NxFileListItem& item) {
-  auto str = [&](const char* name, const std::string& v, bool comma = true) {
+  auto str = [&](const char* name, std::string_view v, bool comma = true) {
     b += '"';
     b += name;
     b += "\":";
@@ -251,7 +251,7 @@ void WriteListJson(const FileViewer& viewer, std::ostream& out) {
       AppendJsonString(b, row.SubItem(c));
     }
     b += "},\"item\":";
-    auto item = row.Key().empty() ? nullptr : items->Item(Variant(row.Key()));
+    auto item = row.Key().empty() ? nullptr : items->Item(Variant(std::string(row.Key())));
     if (item) AppendItem(b, *item);
     else b += "null";
     b += '}';

@@ -160,8 +160,8 @@ void FileViewer::AddArchiveEntry(int32_t Index, int32_t Total, const std::string
     NxFileCollection::Internal(*items_).Add(Variant(item), rowKey, COLLECTION_ADD_OPTIONS::EndOfCollection);
 
     // The host may fill the user data, but not change the key or the name.
-    const std::string key = item->Key();
-    const std::string display = item->Displayname();
+    const std::string key(item->Key());
+    const std::string display(item->Displayname());
     std::string a, b;
     if (events_) {
       auto handed = item;

@@ -166,7 +166,7 @@ void FileViewer::LoadFiles(const std::string& Path, bool KeepItems, bool ResetSo
     capturedPattern_ = filePattern_;
     listingPath_ = AddSeparator(p, Path);
     const std::string folderPath = AddSeparator(p, currentFolder_);
-    const auto sharedFolderPath = std::make_shared<const std::string>(folderPath);
+    const SharedText sharedFolderPath(folderPath);
     const ColumnSlots slots = ShownSlots(listView_);
     const LocaleFormats& formats = p.Locale().Formats();
     const NumericSeparators numeric{formats.thousandsSeparator, formats.decimalSeparator};
@@ -216,9 +216,11 @@ void FileViewer::LoadFiles(const std::string& Path, bool KeepItems, bool ResetSo
         return true;
       }
 
-      ListRow& row = listView_.AddRow(key, name);
+      // The row key and the item's file name share one text when they are the same.
+      const SharedText nameText(name);
+      ListRow& row = key == name ? listView_.AddRowWithKey(nameText, name) : listView_.AddRow(key, name);
       auto item = NxFileListItem::Create();
-      item->setFileName(name);
+      NxFileListItem::Internal::ShareFileName(*item, nameText);
       NxFileListItem::Internal::SetKey(*item, key);
       NxFileListItem::Internal::SetOwner(*item, items_);
       item->setDisplayname(name);
@@ -295,13 +297,15 @@ void FileViewer::LoadFiles(const std::string& Path, bool KeepItems, bool ResetSo
       // One pass gives what a sweep restarting after every removal gives:
       // every unfound row goes, and its item with it (the go-up item stays
       // in the collection even when its row goes).
-      std::unordered_set<std::string> gone;
+      std::unordered_set<std::string_view> gone;
       for (const auto& item : *items_)
         if (item && !NxFileListItem::Internal::FoundInPass(*item) && listView_.FindRow(item->Key()))
           gone.insert(item->Key());
       if (!gone.empty()) {
+        // The keys are views into the items, which the collection still holds here.
+        std::vector<std::string> removed(gone.begin(), gone.end());
         listView_.RemoveRowsIf([&](const ListRow& r) { return gone.count(r.Key()) > 0; });
-        for (const std::string& key : gone)
+        for (const std::string& key : removed)
           if (key != "sysgoup") items.Remove(Variant(key));
       }
     }

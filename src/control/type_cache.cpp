@@ -15,10 +15,8 @@ const TypeCacheEntry& TypeCache::Insert(TypeCacheEntry entry) {
   auto first = entries_.begin() + 1;
   auto it = std::lower_bound(first, entries_.end(), entry.extension,
                              [](const TypeCacheEntry& e, const std::string& k) { return e.extension < k; });
-  if (!entry.sharedTypeName && !entry.typeName.empty())
-    entry.sharedTypeName = std::make_shared<const std::string>(entry.typeName);
-  if (!entry.sharedExtension && !entry.extension.empty())
-    entry.sharedExtension = std::make_shared<const std::string>(entry.extension);
+  if (entry.sharedTypeName.empty()) entry.sharedTypeName = SharedText(entry.typeName);
+  if (entry.sharedExtension.empty()) entry.sharedExtension = SharedText(entry.extension);
   return *entries_.insert(it, std::move(entry));
 }
 

@@ -12,6 +12,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/shared_text.h"
+
 namespace nxfv {
 
 struct TypeCacheEntry {
@@ -19,8 +21,8 @@ struct TypeCacheEntry {
   std::string typeName;
   int32_t iconIndex = 0;
   // The same type name and extension, shared by the items of this type.
-  std::shared_ptr<const std::string> sharedTypeName;
-  std::shared_ptr<const std::string> sharedExtension;
+  SharedText sharedTypeName;
+  SharedText sharedExtension;
 };
 
 class TypeCache {

@@ -43,7 +43,7 @@ bool CKeys::Next(uint32_t n, std::vector<Variant>& out) {
   uint32_t k = 0;
   for (; k < n && cursor_ < order.size(); ++k, ++cursor_) {
     const uint32_t slot = order[cursor_];
-    out.emplace_back(std::make_shared<cKey>(c->SlotRef(slot).key.get(), c->PositionOfSlot(slot)));
+    out.emplace_back(std::make_shared<cKey>(std::string(c->SlotRef(slot).key.get()), c->PositionOfSlot(slot)));
   }
   return k == n;
 }

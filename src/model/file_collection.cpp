@@ -70,10 +70,9 @@ void NxFileCollection::Show(const std::string& label) const { ShowError(*platfor
 
 // ---- slots ----
 
-const std::string& NxFileCollection::SlotKey::get() const {
-  static const std::string empty;
+std::string_view NxFileCollection::SlotKey::get() const {
   if (item_) return item_->Key();
-  return own_ ? *own_ : empty;
+  return own_ ? std::string_view(*own_) : std::string_view();
 }
 
 void NxFileCollection::SlotKey::Set(std::string key, const Variant& item) {
@@ -494,7 +493,7 @@ std::string NxFileCollection::Internal::KeyByIndex(int32_t index) {
     c_.Show("Key by Index 9");
     return "";
   }
-  return c_.SlotRef(order[static_cast<size_t>(index)]).key.get();
+  return std::string(c_.SlotRef(order[static_cast<size_t>(index)]).key.get());
 }
 
 CollectionFindResult NxFileCollection::Internal::Find(const std::string& key) const {
@@ -506,13 +505,13 @@ CollectionFindResult NxFileCollection::Internal::Find(const std::string& key) co
   return r;
 }
 
-void NxFileCollection::Internal::AnnounceKeyChange(const std::string& key, const void*) {
+void NxFileCollection::Internal::AnnounceKeyChange(std::string_view key, const void*) {
   const uint32_t slot = c_.FindSlot(key);
   if (slot == KeyHashIndex::kNone) return;
   auto listener = c_.listener_.lock();
   if (!listener) return;
   int32_t index = c_.PositionOfSlot(slot);
-  std::string k = key;
+  std::string k(key);
   listener->GenericEvent(index, k);
 }
 

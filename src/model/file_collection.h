@@ -143,7 +143,7 @@ class NxFileCollection : public Object, public std::enable_shared_from_this<NxFi
   // never re-keys an item while a collection holds it under that key.)
   class SlotKey {
    public:
-    const std::string& get() const;
+    std::string_view get() const;
     bool empty() const { return get().empty(); }
     void Set(std::string key, const Variant& item);
     void Clear();
@@ -273,7 +273,7 @@ class NxFileCollection::Internal {
   std::shared_ptr<cEnumerationObject> NewItemEnum() { return c_.NewEnum(); }
   // Raises GenericEvent(position, key) for a present key; the identity of
   // the announcing item is accepted for the record and not checked.
-  void AnnounceKeyChange(const std::string& key, const void* itemIdentity);
+  void AnnounceKeyChange(std::string_view key, const void* itemIdentity);
 
  private:
   NxFileCollection& c_;

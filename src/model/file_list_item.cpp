@@ -56,27 +56,29 @@ const std::string& NxFileListItem::EmptyText() {
 
 void NxFileListItem::DetachFromName() {
   if (keyIsName_) {
-    if (!fileName_.empty()) MakeExtras().key = fileName_;
+    if (!fileName_.empty()) MakeExtras().key = fileName_.str();
     keyIsName_ = false;
   }
   if (displayIsName_) {
-    if (!fileName_.empty()) MakeExtras().displayname = fileName_;
+    if (!fileName_.empty()) MakeExtras().displayname = fileName_.str();
     displayIsName_ = false;
   }
 }
 
-void NxFileListItem::setFileName(std::string v) {
-  if (v != fileName_) DetachFromName();
-  fileName_ = std::move(v);
-  if (!nameFixed_) nameChanged_ = true;
+void NxFileListItem::setFileName(std::string_view v) { Internal::ShareFileName(*this, SharedText(v)); }
+
+void NxFileListItem::Internal::ShareFileName(NxFileListItem& item, SharedText name) {
+  if (name.view() != item.fileName_.view()) item.DetachFromName();
+  item.fileName_ = std::move(name);
+  if (!item.nameFixed_) item.nameChanged_ = true;
 }
 
-void NxFileListItem::setDisplayname(std::string v) {
-  displayIsName_ = !v.empty() && v == fileName_;
+void NxFileListItem::setDisplayname(std::string_view v) {
+  displayIsName_ = !v.empty() && v == fileName_.view();
   if (displayIsName_ || (v.empty() && !extras_)) {
     if (extras_) extras_->displayname.clear();
   } else {
-    MakeExtras().displayname = std::move(v);
+    MakeExtras().displayname = std::string(v);
   }
 }
 
@@ -90,12 +92,12 @@ void NxFileListItem::setUserDataB(std::string v) {
   MakeExtras().userDataB = std::move(v);
 }
 
-void NxFileListItem::Internal::SetKey(NxFileListItem& item, std::string key) {
-  item.keyIsName_ = !key.empty() && key == item.fileName_;
+void NxFileListItem::Internal::SetKey(NxFileListItem& item, std::string_view key) {
+  item.keyIsName_ = !key.empty() && key == item.fileName_.view();
   if (item.keyIsName_ || (key.empty() && !item.extras_)) {
     if (item.extras_) item.extras_->key.clear();
   } else {
-    item.MakeExtras().key = std::move(key);
+    item.MakeExtras().key = std::string(key);
   }
 }
 

@@ -20,6 +20,7 @@
 #include <memory>
 #include <string>
 
+#include "platform/shared_text.h"
 #include "platform/variant.h"
 
 namespace nxfv {
@@ -113,18 +114,18 @@ class NxFileListItem : public Object, public std::enable_shared_from_this<NxFile
 
   typeoffitem ListItemTyp() const { return listItemTyp_; }
   void setListItemTyp(typeoffitem v) { listItemTyp_ = v; }
-  const std::string& FileTyp() const { return fileTyp_ ? *fileTyp_ : EmptyText(); }
-  void setFileTyp(std::string v) { fileTyp_ = Share(std::move(v)); }
+  std::string_view FileTyp() const { return fileTyp_; }
+  void setFileTyp(std::string_view v) { fileTyp_ = SharedText(v); }
 
   bool Selected() const { return selected_; }
   // Stores v and raises xselitemx(doselect) on every let, also when the
   // value does not change: the view re-applies the state.
   void setSelected(bool v);
 
-  const std::string& Displayname() const {
-    return displayIsName_ ? fileName_ : extras_ ? extras_->displayname : EmptyText();
+  std::string_view Displayname() const {
+    return displayIsName_ ? fileName_.view() : extras_ ? std::string_view(extras_->displayname) : std::string_view();
   }
-  void setDisplayname(std::string v);
+  void setDisplayname(std::string_view v);
   const std::string& UserDataA() const { return extras_ ? extras_->userDataA : EmptyText(); }
   void setUserDataA(std::string v);
   const std::string& UserDataB() const { return extras_ ? extras_->userDataB : EmptyText(); }
@@ -156,19 +157,21 @@ class NxFileListItem : public Object, public std::enable_shared_from_this<NxFile
   // clamps them (2147483647).
   int32_t FileSize() const { return fileSize_; }
   void setFileSize(int32_t v) { fileSize_ = v; }
-  const std::string& Extension() const { return extension_ ? *extension_ : EmptyText(); }
-  void setExtension(std::string v) { extension_ = Share(std::move(v)); }
-  const std::string& Path() const { return path_ ? *path_ : EmptyText(); }
-  void setPath(std::string v) { path_ = Share(std::move(v)); }
+  std::string_view Extension() const { return extension_; }
+  void setExtension(std::string_view v) { extension_ = SharedText(v); }
+  std::string_view Path() const { return path_; }
+  void setPath(std::string_view v) { path_ = SharedText(v); }
 
-  const std::string& Key() const { return keyIsName_ ? fileName_ : extras_ ? extras_->key : EmptyText(); }
+  std::string_view Key() const {
+    return keyIsName_ ? fileName_.view() : extras_ ? std::string_view(extras_->key) : std::string_view();
+  }
   // Always a copy.
   AInfo ArchivInfo() const { return extras_ ? extras_->archivInfo : AInfo{}; }
 
-  const std::string& FileName() const { return fileName_; }
+  std::string_view FileName() const { return fileName_; }
   // Stores the name; unless the name-fixed mark is set, sets the
   // name-changed mark.
-  void setFileName(std::string v);
+  void setFileName(std::string_view v);
 
   // Raises xselitemx(doexebef) with itemvalue = the command and Parameter =
   // the caller's Parameter, and returns the handler's operationok. Nothing
@@ -197,11 +200,7 @@ class NxFileListItem : public Object, public std::enable_shared_from_this<NxFile
   // the folder and type name as texts shared by every item that has them;
   // the key and display name (when they differ from the file name), the
   // archive record, the user data and the listener only once one is stored.
-  using SharedText = std::shared_ptr<const std::string>;
   static const std::string& EmptyText();
-  static SharedText Share(std::string v) {
-    return v.empty() ? nullptr : std::make_shared<const std::string>(std::move(v));
-  }
   struct Extras {
     AInfo archivInfo;
     std::string userDataA, userDataB;
@@ -216,7 +215,7 @@ class NxFileListItem : public Object, public std::enable_shared_from_this<NxFile
   // Before the file name changes, texts that only followed it get their own copy.
   void DetachFromName();
 
-  std::string fileName_;
+  SharedText fileName_;
   std::unique_ptr<Extras> extras_;
   SharedText path_;
   SharedText fileTyp_;
@@ -246,15 +245,18 @@ enum class ItemVariantField { DateModified, TimeModified, DateCreated, TimeCreat
 
 class NxFileListItem::Internal {
  public:
-  static void SetKey(NxFileListItem& item, std::string key);
+  static void SetKey(NxFileListItem& item, std::string_view key);
+  // Sets the file name to a text shared with others (the row key that shows
+  // the item), with the same marks as the public let.
+  static void ShareFileName(NxFileListItem& item, SharedText name);
   // The folder and type name, shared with other items instead of copied.
-  static void SharePath(NxFileListItem& item, std::shared_ptr<const std::string> path) {
+  static void SharePath(NxFileListItem& item, SharedText path) {
     item.path_ = std::move(path);
   }
-  static void ShareFileTyp(NxFileListItem& item, std::shared_ptr<const std::string> type) {
+  static void ShareFileTyp(NxFileListItem& item, SharedText type) {
     item.fileTyp_ = std::move(type);
   }
-  static void ShareExtension(NxFileListItem& item, std::shared_ptr<const std::string> extension) {
+  static void ShareExtension(NxFileListItem& item, SharedText extension) {
     item.extension_ = std::move(extension);
   }
 

@@ -125,16 +125,20 @@ int32_t ListView::ColumnIndex(std::string_view key) const {
   return i;
 }
 
-ListRow& ListView::AddRow(const std::string& key, const std::string& text) {
+ListRow& ListView::AddRow(std::string_view key, std::string_view text) {
+  return AddRowWithKey(SharedText(key), text);
+}
+
+ListRow& ListView::AddRowWithKey(SharedText key, std::string_view text) {
   contentWidths_.clear();
   if (!key.empty() && IsNumericText(key)) RaiseError(kErrInvalidKey);
   auto row = std::make_unique<ListRow>();
-  row->key_ = key;
+  row->key_ = std::move(key);
   row->SetText(text);
   row->index_ = static_cast<uint32_t>(rows_.size());
   ListRow* raw = row.get();
   rows_.push_back(std::move(row));
-  if (!key.empty() && rowIndex_.Insert(rows_.size() - 1, rows_) >= 0) {
+  if (!raw->key_.empty() && rowIndex_.Insert(rows_.size() - 1, rows_) >= 0) {
     rows_.pop_back();
     RaiseError(kErrKeyNotUnique);
   }

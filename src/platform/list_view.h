@@ -25,6 +25,7 @@
 #include <vector>
 
 #include "platform/row_key_index.h"
+#include "platform/shared_text.h"
 
 namespace nxfv {
 
@@ -41,7 +42,9 @@ struct ListColumn {
 
 class ListRow {
  public:
-  const std::string& Key() const { return key_; }
+  std::string_view Key() const { return key_; }
+  // The key as a shared text (an item showing the row can hold the same).
+  const SharedText& SharedKey() const { return key_; }
   // The row's own text (column 0). Most rows show their key, so the text is
   // only stored when it differs.
   std::string_view Text() const { return textIsKey_ ? std::string_view(key_) : SubItem(0); }
@@ -76,7 +79,7 @@ class ListRow {
   // Stores a text under index (0 = the row's own text when it is not the key).
   void Store(int32_t index, std::string_view text);
 
-  std::string key_;
+  SharedText key_;
   // Sub-items packed as [uint16 index][uint16 length][bytes]... in index
   // order: a million rows with a handful of texts each stay small. Entry 0
   // holds the row's text when it differs from the key.
@@ -109,7 +112,9 @@ class ListView {
   void SetColumnWidth(int32_t index, int32_t width) { Column(index).width = width; }
 
   // Rows.
-  ListRow& AddRow(const std::string& key, const std::string& text);
+  ListRow& AddRow(std::string_view key, std::string_view text);
+  // The same, keeping the given key text (shared with whoever else holds it).
+  ListRow& AddRowWithKey(SharedText key, std::string_view text);
   size_t RowCount() const { return rows_.size(); }
   ListRow& Row(size_t index) { return *rows_.at(index); }
   const ListRow& Row(size_t index) const { return *rows_.at(index); }

@@ -14,38 +14,18 @@
 
 namespace nxfv {
 
-// The characters follow the header in the same allocation.
-struct Variant::TextBox {
-  std::atomic<uint32_t> refs;
-  uint32_t size;
-  char* Chars() { return reinterpret_cast<char*>(this + 1); }
-  const char* Chars() const { return reinterpret_cast<const char*>(this + 1); }
-  std::string_view View() const { return {Chars(), size}; }
-  static TextBox* Make(std::string_view text) {
-    if (text.size() > UINT32_MAX) RaiseError(kErrOutOfMemory);
-    void* memory = ::operator new(sizeof(TextBox) + text.size());
-    auto* box = new (memory) TextBox{{1}, static_cast<uint32_t>(text.size())};
-    if (!text.empty()) std::memcpy(box->Chars(), text.data(), text.size());
-    return box;
-  }
-  static void Free(TextBox* box) {
-    box->~TextBox();
-    ::operator delete(box);
-  }
-};
-
 struct Variant::ObjectBox {
   std::atomic<uint32_t> refs{1};
   ObjectRef object;
 };
 
-Variant::Variant(std::string s) : kind_(Kind::String), text_(TextBox::Make(s)) {}
+Variant::Variant(std::string s) : kind_(Kind::String), text_(SharedText::MakeBlock(s)) {}
 
 Variant::Variant(ObjectRef o) : kind_(Kind::Object), object_(new ObjectBox) { object_->object = std::move(o); }
 
 Variant::Variant(const Variant& o) : kind_(o.kind_), d_(0) {
   std::memcpy(&d_, &o.d_, sizeof d_);
-  if (kind_ == Kind::String) text_->refs.fetch_add(1, std::memory_order_relaxed);
+  if (kind_ == Kind::String) SharedText::AddRef(text_);
   if (kind_ == Kind::Object) object_->refs.fetch_add(1, std::memory_order_relaxed);
 }
 
@@ -75,7 +55,7 @@ Variant& Variant::operator=(Variant&& o) noexcept {
 }
 
 void Variant::Release() {
-  if (kind_ == Kind::String && text_->refs.fetch_sub(1, std::memory_order_acq_rel) == 1) TextBox::Free(text_);
+  if (kind_ == Kind::String) SharedText::Release(text_);
   if (kind_ == Kind::Object && object_->refs.fetch_sub(1, std::memory_order_acq_rel) == 1) delete object_;
   kind_ = Kind::Empty;
   d_ = 0;
@@ -93,7 +73,9 @@ bool Variant::IsNumber() const {
   }
 }
 
-std::string_view Variant::TextView() const { return kind_ == Kind::String ? text_->View() : std::string_view(); }
+std::string_view Variant::TextView() const {
+  return kind_ == Kind::String && text_ ? text_->View() : std::string_view();
+}
 
 bool Variant::operator==(const Variant& o) const {
   if (kind() != o.kind()) return false;
@@ -104,7 +86,7 @@ bool Variant::operator==(const Variant& o) const {
     case Kind::Long: return l_ == o.l_;
     case Kind::Double:
     case Kind::Date: return d_ == o.d_;
-    case Kind::String: return text_->View() == o.text_->View();
+    case Kind::String: return TextView() == o.TextView();
     case Kind::Object: return object_->object == o.object_->object;
   }
   return false;
@@ -112,7 +94,7 @@ bool Variant::operator==(const Variant& o) const {
 
 bool Variant::AsBool() const {
   if (kind_ == Kind::String) {
-    const std::string_view s = text_->View();
+    const std::string_view s = TextView();
     if (s == "True" || s == "true" || s == "TRUE") return true;
     if (s == "False" || s == "false" || s == "FALSE") return false;
   }
@@ -128,7 +110,7 @@ double Variant::AsDouble() const {
     case Kind::Date: return d_;
     case Kind::String: {
       double d = 0;
-      if (ParseNumericText(text_->View(), NumericSeparators{}, d)) return d;
+      if (ParseNumericText(TextView(), NumericSeparators{}, d)) return d;
       RaiseError(kErrTypeMismatch);
     }
     default:
@@ -152,7 +134,7 @@ std::string Variant::AsString() const {
     case Kind::Long: return std::to_string(l_);
     case Kind::Double:
     case Kind::Date: return FormatDouble(d_);
-    case Kind::String: return std::string(text_->View());
+    case Kind::String: return std::string(TextView());
     case Kind::Object: RaiseError(kErrTypeMismatch);
   }
   return "";

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/shared_text.h"
+
 namespace nxfv {
 
 // Base of every reference-counted object that a Variant may hold.
@@ -81,7 +83,6 @@ class Variant {
   // Text and object references live in counted boxes that copies share: a
   // Variant is 16 bytes, and items hold six of them (a listing makes a
   // million items). Boxes are never changed once made.
-  struct TextBox;
   struct ObjectBox;
   void Release();
 
@@ -90,7 +91,7 @@ class Variant {
     bool b_;
     int32_t l_;
     double d_;
-    TextBox* text_;
+    SharedText::Block* text_;  // null for the empty text
     ObjectBox* object_;
   };
 };

@@ -161,7 +161,7 @@ TEST_F(ViewerTest, EventsInOrderAndUserDataFromTheHost) {
   files().AddFile("C:\\e\\a.txt", 1);
   files().AddFolder("C:\\e\\sub");
   listener.onSetUserdata = [](FileViewerEvents::ItemRef& item, std::string& a, std::string& b) {
-    a = "A:" + item->FileName();
+    a = "A:" + std::string(item->FileName());
     b = "B";
   };
   viewer->setViewOptions(31 | 524288);

@@ -24,7 +24,7 @@ class RecordingListener : public FileViewerEvents {
   }
   void OnCurrentFolderChanged(std::string& folder) override { log.push_back("OnCurrentFolderChanged " + folder); }
   void SetUserdata(ItemRef& item, std::string& a, std::string& b) override {
-    log.push_back("SetUserdata " + item->Key());
+    log.push_back("SetUserdata " + std::string(item->Key()));
     if (onSetUserdata) onSetUserdata(item, a, b);
   }
   void ColumnClick(ListColumn& header) override { log.push_back("ColumnClick " + header.key); }
@@ -48,7 +48,7 @@ class ViewerTest : public ::testing::Test {
   std::vector<std::string> Keys() const {
     std::vector<std::string> out;
     const ListView& lv = viewer->ListView1();
-    for (size_t i = 0; i < lv.RowCount(); ++i) out.push_back(lv.Row(i).Key());
+    for (size_t i = 0; i < lv.RowCount(); ++i) out.emplace_back(lv.Row(i).Key());
     return out;
   }
   std::string Cell(const std::string& rowKey, const char* column) const {

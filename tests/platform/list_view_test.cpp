@@ -66,7 +66,7 @@ TEST(ListViewTest, SortIsStableOrdinalAndRemovalKeepsOrder) {
   EXPECT_EQ(order, "cbdae");  // "B" < "a" < "b" < "ä" byte-wise; b before d (stable)
   EXPECT_EQ(lv.RemoveRowsIf([](const ListRow& r) { return r.Key() == "b" || r.Key() == "a"; }), 2u);
   order.clear();
-  for (size_t i = 0; i < lv.RowCount(); ++i) order += lv.Row(i).Key() + std::to_string(lv.Row(i).Index());
+  for (size_t i = 0; i < lv.RowCount(); ++i) order += std::string(lv.Row(i).Key()) + std::to_string(lv.Row(i).Index());
   EXPECT_EQ(order, "c0d1e2");
   EXPECT_EQ(lv.FindRow("a"), nullptr);
   EXPECT_TRUE(lv.RemoveRowByKey("d"));
