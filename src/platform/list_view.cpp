@@ -1,6 +1,8 @@
 #include "platform/list_view.h"
 
 #include <algorithm>
+#include <climits>
+#include <cstring>
 
 #include "platform/error_state.h"
 #include "platform/numeric_text.h"
@@ -9,20 +11,46 @@
 namespace nxfv {
 
 namespace {
-uint16_t ReadU16(const std::string& s, size_t at) {
+uint16_t ReadU16(std::string_view s, size_t at) {
   return static_cast<uint16_t>(static_cast<unsigned char>(s[at]) | (static_cast<unsigned char>(s[at + 1]) << 8));
 }
 void AppendU16(std::string& s, uint16_t v) {
   s += static_cast<char>(v & 0xFF);
   s += static_cast<char>(v >> 8);
 }
+void AppendU16(PackedTexts& s, uint16_t v) {
+  const char bytes[2] = {static_cast<char>(v & 0xFF), static_cast<char>(v >> 8)};
+  s.append(std::string_view(bytes, 2));
+}
 }  // namespace
+
+void PackedTexts::reserve(size_t n) {
+  if (n <= capacity_) return;
+  if (n > UINT32_MAX) RaiseError(kErrOutOfMemory);
+  auto bigger = std::make_unique_for_overwrite<char[]>(n);
+  if (size_) std::memcpy(bigger.get(), data_.get(), size_);
+  data_ = std::move(bigger);
+  capacity_ = static_cast<uint32_t>(n);
+}
+
+void PackedTexts::append(std::string_view bytes) {
+  if (bytes.size() > capacity_ - size_) reserve(std::max<size_t>(size_ + bytes.size(), size_t{capacity_} * 2));
+  if (!bytes.empty()) std::memcpy(data_.get() + size_, bytes.data(), bytes.size());
+  size_ += static_cast<uint32_t>(bytes.size());
+}
+
+void PackedTexts::assign(std::string_view bytes) {
+  data_.reset();
+  size_ = capacity_ = 0;
+  reserve(bytes.size());
+  append(bytes);
+}
 
 std::string_view ListRow::SubItem(int32_t index) const {
   for (size_t at = 0; at + 4 <= packed_.size();) {
-    const uint16_t idx = ReadU16(packed_, at);
-    const uint16_t len = ReadU16(packed_, at + 2);
-    if (idx == index) return std::string_view(packed_).substr(at + 4, len);
+    const uint16_t idx = ReadU16(packed_.view(), at);
+    const uint16_t len = ReadU16(packed_.view(), at + 2);
+    if (idx == index) return packed_.view().substr(at + 4, len);
     if (idx > index) break;
     at += 4 + len;
   }
@@ -32,19 +60,19 @@ std::string_view ListRow::SubItem(int32_t index) const {
 void ListRow::SubItemsInto(std::vector<std::string_view>& byColumn, size_t columnCount) const {
   byColumn.assign(std::max<size_t>(columnCount, lastSubItem_ + 1u), std::string_view());
   for (size_t at = 0; at + 4 <= packed_.size();) {
-    const uint16_t idx = ReadU16(packed_, at);
-    const uint16_t len = ReadU16(packed_, at + 2);
-    byColumn[idx] = std::string_view(packed_).substr(at + 4, len);
+    const uint16_t idx = ReadU16(packed_.view(), at);
+    const uint16_t len = ReadU16(packed_.view(), at + 2);
+    byColumn[idx] = packed_.view().substr(at + 4, len);
     at += 4 + len;
   }
 }
 
 bool ListRow::HasSubItem(int32_t index) const {
   for (size_t at = 0; at + 4 <= packed_.size();) {
-    const uint16_t idx = ReadU16(packed_, at);
+    const uint16_t idx = ReadU16(packed_.view(), at);
     if (idx == index) return true;
     if (idx > index) break;
-    at += 4 + ReadU16(packed_, at + 2);
+    at += 4 + ReadU16(packed_.view(), at + 2);
   }
   return false;
 }
@@ -74,15 +102,15 @@ void ListRow::Store(int32_t index, std::string_view text) {
   out.reserve(packed_.size() + text.size() + 4);
   bool written = false;
   for (size_t at = 0; at + 4 <= packed_.size();) {
-    const uint16_t idx = ReadU16(packed_, at);
-    const uint16_t len = ReadU16(packed_, at + 2);
+    const uint16_t idx = ReadU16(packed_.view(), at);
+    const uint16_t len = ReadU16(packed_.view(), at + 2);
     if (!written && idx >= index) {
       AppendU16(out, static_cast<uint16_t>(index));
       AppendU16(out, static_cast<uint16_t>(text.size()));
       out.append(text);
       written = true;
     }
-    if (idx != index) out.append(packed_, at, 4 + len);
+    if (idx != index) out.append(packed_.view().substr(at, 4 + len));
     at += 4 + len;
   }
   if (!written) {
@@ -90,7 +118,7 @@ void ListRow::Store(int32_t index, std::string_view text) {
     AppendU16(out, static_cast<uint16_t>(text.size()));
     out.append(text);
   }
-  packed_ = std::move(out);
+  packed_.assign(out);
 }
 
 ListView::ListView() = default;

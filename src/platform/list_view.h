@@ -40,6 +40,25 @@ struct ListColumn {
   int32_t sortPriority = 0;
 };
 
+// A row's packed texts: a byte buffer that is always on the heap anyway,
+// so it is held as pointer, size and capacity (16 bytes, where a
+// std::string would take 32 for a small-text buffer it never uses).
+class PackedTexts {
+ public:
+  std::string_view view() const { return {data_.get(), size_}; }
+  size_t size() const { return size_; }
+  bool empty() const { return size_ == 0; }
+  const char* data() const { return data_.get(); }
+  void reserve(size_t n);
+  void append(std::string_view bytes);
+  void assign(std::string_view bytes);
+
+ private:
+  std::unique_ptr<char[]> data_;
+  uint32_t size_ = 0;
+  uint32_t capacity_ = 0;
+};
+
 class ListRow {
  public:
   std::string_view Key() const { return key_; }
@@ -83,7 +102,7 @@ class ListRow {
   // Sub-items packed as [uint16 index][uint16 length][bytes]... in index
   // order: a million rows with a handful of texts each stay small. Entry 0
   // holds the row's text when it differs from the key.
-  std::string packed_;
+  PackedTexts packed_;
   int64_t tag_ = 0;
   int32_t image_ = 0;
   uint32_t index_ = 0;
