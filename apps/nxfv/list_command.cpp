@@ -162,6 +162,7 @@ int RunListCommand(const std::vector<std::string>& args, Platform& platform, std
   }
 
   auto viewer = FileViewer::Create(PlatformRef(&platform, [](Platform*) {}));
+  viewer->ListView1().MeasureContentOnSort(true);  // the table sizes its columns from it
   viewer->setShowFiles(!o.noFiles);
   viewer->setShowFolders(!o.noFolders);
   viewer->setShowHiddenItems(!o.noHidden);

@@ -253,11 +253,13 @@ void ListView::Sort(int32_t sortColumn) {
   std::vector<std::string_view> cells;
   for (size_t i = 0; i < rows_.size(); ++i) {
     PrefetchAhead(i);
-    const ListRow& row = *rows_[i];
-    row.SubItemsInto(cells, widths.size());
-    cells[0] = row.Text();
-    for (size_t c = 0; c < widths.size(); ++c)
-      if (!cells[c].empty()) widths[c] = std::max(widths[c], CodePointCount(cells[c]));
+    if (measureContent_) {
+      const ListRow& row = *rows_[i];
+      row.SubItemsInto(cells, widths.size());
+      cells[0] = row.Text();
+      for (size_t c = 0; c < widths.size(); ++c)
+        if (!cells[c].empty()) widths[c] = std::max(widths[c], CodePointCount(cells[c]));
+    }
     const std::string_view t = text(static_cast<uint32_t>(i));
     keyed.push_back({bigEndian(t, 0), bigEndian(t, 8), static_cast<uint32_t>(i), static_cast<uint32_t>(t.size())});
   }
@@ -295,7 +297,7 @@ void ListView::Sort(int32_t sortColumn) {
   }
   Renumber(0);
   RebuildRowIndex();
-  contentWidths_ = std::move(widths);
+  if (measureContent_) contentWidths_ = std::move(widths);
 }
 
 }  // namespace nxfv

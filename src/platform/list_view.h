@@ -161,11 +161,13 @@ class ListView {
   bool Sorted() const { return sorted_; }
   // Widest text (in characters) of each column, taken by the last sort
   // while it read every row anyway, so that a front end can size columns to
-  // their contents without another walk over a million rows. Empty when
-  // rows were added or removed since, or texts were changed through the
-  // view; a caller that changes row texts directly and then needs the
-  // widths measures them itself.
+  // their contents without another walk over a million rows. Only measured
+  // when asked for (MeasureContentOnSort); empty when rows were added or
+  // removed since, or texts were changed through the view; a caller that
+  // changes row texts directly and then needs the widths measures them
+  // itself.
   const std::vector<size_t>& ContentWidths() const { return contentWidths_; }
+  void MeasureContentOnSort(bool measure) { measureContent_ = measure; }
   int32_t SortKey() const { return sortKey_; }
 
   // View state.
@@ -190,6 +192,7 @@ class ListView {
   RowKeyIndex rowIndex_;  // views into the rows' keys
   bool sorted_ = false;
   std::vector<size_t> contentWidths_;
+  bool measureContent_ = false;
   int32_t sortKey_ = 0;
   bool visible_ = true;
   ViewStyles viewStyle_ = FvReport;
