@@ -3,6 +3,7 @@
 #include "columns/formatting.h"
 #include "control/file_viewer.h"
 #include "control/instance_table.h"
+#include "control/row_texts.h"
 #include "platform/error_state.h"
 #include "platform/numeric_text.h"
 #include "shell/path_text.h"
@@ -103,7 +104,8 @@ void FileViewer::AddArchiveEntry(int32_t Index, int32_t Total, const std::string
     item->setPath(AddBackslash(Path));
     row.SetImage(archiveIconIndex_);
 
-    auto put = [&](ArchiveColumn column, std::string_view text) { row.SetSubItem(archiveSlots_[column], text); };
+    RowTexts texts;
+    auto put = [&](ArchiveColumn column, std::string text) { texts.Put(archiveSlots_[column], std::move(text)); };
     put(kExt, ext);
     put(kSiz, GroupedNumberText(formats, Size));
     item->setFileSize(Size);
@@ -157,6 +159,7 @@ void FileViewer::AddArchiveEntry(int32_t Index, int32_t Total, const std::string
     put(kAtr, GetAttrString(static_cast<uint32_t>(Attr)));
     item->setAttributes(Attr);
     row.SetTag(Index);
+    texts.WriteTo(row, SortKeyBytes() + 40);  // the sort key and the user data to come
     NxFileCollection::Internal(*items_).Add(Variant(item), rowKey, COLLECTION_ADD_OPTIONS::EndOfCollection);
 
     // The host may fill the user data, but not change the key or the name.
@@ -170,8 +173,8 @@ void FileViewer::AddArchiveEntry(int32_t Index, int32_t Total, const std::string
     }
     NxFileListItem::Internal::SetKey(*item, key);
     item->setDisplayname(display);
-    put(kUserd1, a);
-    put(kUserd2, b);
+    row.SetSubItem(archiveSlots_[kUserd1], a);
+    row.SetSubItem(archiveSlots_[kUserd2], b);
     item->setUserDataA(a);
     item->setUserDataB(b);
   } catch (const std::exception& e) {

@@ -8,6 +8,7 @@
 #include "columns/formatting.h"
 #include "control/file_viewer.h"
 #include "control/instance_table.h"
+#include "control/row_texts.h"
 #include "platform/error_state.h"
 #include "platform/numeric_text.h"
 #include "platform/wildcard.h"
@@ -56,30 +57,6 @@ ColumnSlots ShownSlots(const ListView& lv) {
 void Put(ListRow& row, int32_t slot, std::string_view text) {
   if (slot > 0) row.SetSubItem(slot, text);
 }
-
-// One row's column texts, collected first so that the row's text block is
-// allocated once at its final size (a million rows otherwise leave a million
-// outgrown blocks behind).
-class RowTexts {
- public:
-  void Put(int32_t slot, std::string text) {
-    if (slot > 0 && count_ < texts_.size()) texts_[count_++] = {slot, std::move(text)};
-  }
-  // Writes the texts in column order, with room for spare more bytes.
-  void WriteTo(ListRow& row, size_t spare) {
-    std::sort(texts_.begin(), texts_.begin() + static_cast<std::ptrdiff_t>(count_),
-              [](const auto& a, const auto& b) { return a.first < b.first; });
-    size_t bytes = spare;
-    for (size_t i = 0; i < count_; ++i) bytes += texts_[i].second.size() + 4;
-    row.ReserveTexts(bytes);
-    for (size_t i = 0; i < count_; ++i) row.SetSubItem(texts_[i].first, texts_[i].second);
-    count_ = 0;
-  }
-
- private:
-  std::array<std::pair<int32_t, std::string>, 16> texts_;
-  size_t count_ = 0;
-};
 
 bool EqualsNoCase(std::string_view a, std::string_view b) {
   if (a.size() != b.size()) return false;

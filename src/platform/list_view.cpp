@@ -258,7 +258,7 @@ void ListView::Sort(int32_t sortColumn) {
       row.SubItemsInto(cells, widths.size());
       cells[0] = row.Text();
       for (size_t c = 0; c < widths.size(); ++c)
-        if (!cells[c].empty()) widths[c] = std::max(widths[c], CodePointCount(cells[c]));
+        if (!cells[c].empty() && columns_[c].width > 0) widths[c] = std::max(widths[c], CodePointCount(cells[c]));
     }
     const std::string_view t = text(static_cast<uint32_t>(i));
     keyed.push_back({bigEndian(t, 0), bigEndian(t, 8), static_cast<uint32_t>(i), static_cast<uint32_t>(t.size())});

@@ -159,7 +159,8 @@ class ListView {
   // Stable ascending sort by the text of column sortColumn (0 = row text).
   void Sort(int32_t sortColumn);
   bool Sorted() const { return sorted_; }
-  // Widest text (in characters) of each column, taken by the last sort
+  // Widest text (in characters) of each shown column (0 for the hidden
+  // ones), taken by the last sort
   // while it read every row anyway, so that a front end can size columns to
   // their contents without another walk over a million rows. Only measured
   // when asked for (MeasureContentOnSort); empty when rows were added or

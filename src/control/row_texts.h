@@ -1,0 +1,39 @@
+// Collecting one row's column texts before writing them.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <string>
+#include <utility>
+
+#include "platform/list_view.h"
+
+namespace nxfv {
+
+// One row's column texts, collected first so that the row's text block is
+// allocated once at its final size and filled in column order (a million
+// rows otherwise leave a million outgrown blocks behind).
+class RowTexts {
+ public:
+  // Texts for slot 0 or below (a column that is not shown) are dropped.
+  void Put(int32_t slot, std::string text) {
+    if (slot > 0 && count_ < texts_.size()) texts_[count_++] = {slot, std::move(text)};
+  }
+  // Writes the texts in column order, with room for spare more bytes.
+  void WriteTo(ListRow& row, size_t spare) {
+    std::sort(texts_.begin(), texts_.begin() + static_cast<std::ptrdiff_t>(count_),
+              [](const auto& a, const auto& b) { return a.first < b.first; });
+    size_t bytes = spare;
+    for (size_t i = 0; i < count_; ++i) bytes += texts_[i].second.size() + 4;
+    row.ReserveTexts(bytes);
+    for (size_t i = 0; i < count_; ++i) row.SetSubItem(texts_[i].first, texts_[i].second);
+    count_ = 0;
+  }
+
+ private:
+  std::array<std::pair<int32_t, std::string>, 24> texts_;
+  size_t count_ = 0;
+};
+
+}  // namespace nxfv
