@@ -30,30 +30,30 @@ inline void SetU16(std::string& bytes, size_t offset, uint16_t v) {
 }
 
 // Built fluently: ZipEntry("a.txt").Comment("c").Flags(1).
-struct ZipEntrySpec {
+struct ZipEntryLayout {
   std::string name, comment, extra;
   uint16_t flags = 0, method = 8, time = DosTime(10, 30, 42), date = DosDate(2024, 3, 15);
   uint32_t crc = 0x12345678, compressedSize = 10, size = 20, externalAttributes = 32;
 
-  ZipEntrySpec& Comment(std::string v) { comment = std::move(v); return *this; }
-  ZipEntrySpec& Extra(std::string v) { extra = std::move(v); return *this; }
-  ZipEntrySpec& Flags(uint16_t v) { flags = v; return *this; }
-  ZipEntrySpec& Method(uint16_t v) { method = v; return *this; }
-  ZipEntrySpec& Time(uint16_t v) { time = v; return *this; }
-  ZipEntrySpec& Date(uint16_t v) { date = v; return *this; }
-  ZipEntrySpec& Crc(uint32_t v) { crc = v; return *this; }
-  ZipEntrySpec& CompressedSize(uint32_t v) { compressedSize = v; return *this; }
-  ZipEntrySpec& Size(uint32_t v) { size = v; return *this; }
-  ZipEntrySpec& Attributes(uint32_t v) { externalAttributes = v; return *this; }
+  ZipEntryLayout& Comment(std::string v) { comment = std::move(v); return *this; }
+  ZipEntryLayout& Extra(std::string v) { extra = std::move(v); return *this; }
+  ZipEntryLayout& Flags(uint16_t v) { flags = v; return *this; }
+  ZipEntryLayout& Method(uint16_t v) { method = v; return *this; }
+  ZipEntryLayout& Time(uint16_t v) { time = v; return *this; }
+  ZipEntryLayout& Date(uint16_t v) { date = v; return *this; }
+  ZipEntryLayout& Crc(uint32_t v) { crc = v; return *this; }
+  ZipEntryLayout& CompressedSize(uint32_t v) { compressedSize = v; return *this; }
+  ZipEntryLayout& Size(uint32_t v) { size = v; return *this; }
+  ZipEntryLayout& Attributes(uint32_t v) { externalAttributes = v; return *this; }
 };
-inline ZipEntrySpec ZipEntry(std::string name) {
-  ZipEntrySpec e;
+inline ZipEntryLayout ZipEntry(std::string name) {
+  ZipEntryLayout e;
   e.name = std::move(name);
   return e;
 }
 
 // One central directory file header with its variable fields.
-inline std::string ZipCentralEntry(const ZipEntrySpec& e) {
+inline std::string ZipCentralEntry(const ZipEntryLayout& e) {
   std::string o = "PK\x01\x02";
   for (uint32_t v : {20u, 20u, uint32_t{e.flags}, uint32_t{e.method}, uint32_t{e.time}, uint32_t{e.date}}) PutU16(o, v);
   for (uint32_t v : {e.crc, e.compressedSize, e.size}) PutU32(o, v);
@@ -76,7 +76,7 @@ inline std::string ZipEndRecord(uint16_t entries, uint32_t cdSize, uint32_t cdOf
 
 // prefix (standing for local headers and data), the central directory,
 // the end record announcing entries.size() entries.
-inline std::string BuildZip(const std::vector<ZipEntrySpec>& entries, const std::string& archiveComment = "",
+inline std::string BuildZip(const std::vector<ZipEntryLayout>& entries, const std::string& archiveComment = "",
                             const std::string& prefix = "PK-local-data") {
   std::string cd;
   for (const auto& e : entries) cd += ZipCentralEntry(e);
@@ -85,24 +85,24 @@ inline std::string BuildZip(const std::vector<ZipEntrySpec>& entries, const std:
                       static_cast<uint32_t>(prefix.size()), archiveComment);
 }
 
-struct CabFileSpec {
+struct CabFileLayout {
   std::string name;
   uint32_t size = 100;
   uint16_t date = DosDate(2023, 12, 31), time = DosTime(23, 59, 58), attribs = 0x20;
 
-  CabFileSpec& Size(uint32_t v) { size = v; return *this; }
-  CabFileSpec& Date(uint16_t v) { date = v; return *this; }
-  CabFileSpec& Time(uint16_t v) { time = v; return *this; }
-  CabFileSpec& Attribs(uint16_t v) { attribs = v; return *this; }
+  CabFileLayout& Size(uint32_t v) { size = v; return *this; }
+  CabFileLayout& Date(uint16_t v) { date = v; return *this; }
+  CabFileLayout& Time(uint16_t v) { time = v; return *this; }
+  CabFileLayout& Attribs(uint16_t v) { attribs = v; return *this; }
 };
-inline CabFileSpec CabFile(std::string name) {
-  CabFileSpec f;
+inline CabFileLayout CabFile(std::string name) {
+  CabFileLayout f;
   f.name = std::move(name);
   return f;
 }
 
-struct CabSpec {
-  std::vector<CabFileSpec> files;
+struct CabLayout {
+  std::vector<CabFileLayout> files;
   uint16_t folders = 1, typeCompress = 1;
   uint16_t flags = 0;          // 1 previous cabinet, 2 next cabinet, 4 reserve present
   uint16_t headerReserve = 0;  // cbCFHeader when flag 4 is set
@@ -110,22 +110,22 @@ struct CabSpec {
 
 // Header, the optional parts the flags announce, the folders, the file
 // table at coffFiles.
-inline std::string BuildCab(const CabSpec& spec) {
+inline std::string BuildCab(const CabLayout& cab) {
   std::string optional;
-  if (spec.flags & 4) {
-    PutU16(optional, spec.headerReserve);
-    optional += std::string(2, '\0') + std::string(spec.headerReserve, '\xEE');  // cbCFFolder, cbCFData, area
+  if (cab.flags & 4) {
+    PutU16(optional, cab.headerReserve);
+    optional += std::string(2, '\0') + std::string(cab.headerReserve, '\xEE');  // cbCFFolder, cbCFData, area
   }
-  if (spec.flags & 1) optional += std::string("prev.cab\0Disk 1\0", 16);
-  if (spec.flags & 2) optional += std::string("next.cab\0Disk 3\0", 16);
+  if (cab.flags & 1) optional += std::string("prev.cab\0Disk 1\0", 16);
+  if (cab.flags & 2) optional += std::string("next.cab\0Disk 3\0", 16);
   std::string folders;
-  for (uint16_t i = 0; i < spec.folders; ++i) {
+  for (uint16_t i = 0; i < cab.folders; ++i) {
     PutU32(folders, 0);
     PutU16(folders, 0);
-    PutU16(folders, spec.typeCompress);
+    PutU16(folders, cab.typeCompress);
   }
   std::string files;
-  for (const auto& f : spec.files) {
+  for (const auto& f : cab.files) {
     PutU32(files, f.size);
     PutU32(files, 0);
     for (uint32_t v : {0u, uint32_t{f.date}, uint32_t{f.time}, uint32_t{f.attribs}}) PutU16(files, v);
@@ -135,7 +135,7 @@ inline std::string BuildCab(const CabSpec& spec) {
   std::string o = "MSCF";
   for (uint32_t v : {0u, static_cast<uint32_t>(coffFiles + files.size()), 0u, coffFiles, 0u}) PutU32(o, v);
   o += "\x03\x01";  // version 1.3
-  for (uint32_t v : {uint32_t{spec.folders}, static_cast<uint32_t>(spec.files.size()), uint32_t{spec.flags}, 0x1234u, 0u}) {
+  for (uint32_t v : {uint32_t{cab.folders}, static_cast<uint32_t>(cab.files.size()), uint32_t{cab.flags}, 0x1234u, 0u}) {
     PutU16(o, v);
   }
   return o + optional + folders + files;

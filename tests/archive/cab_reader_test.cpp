@@ -13,11 +13,11 @@ using namespace testing_archive;
 
 TEST(CabReaderTest, ReportsEveryEntryWithTheFirstFolderMethodAndHeaderFlags) {
   SimulatedPlatform p;
-  CabSpec spec;
-  spec.typeCompress = 0x1503;  // LZX, 2 MiB window
-  spec.files = {CabFile("a.txt").Size(5).Attribs(0x21), CabFile("sub\\deeper\\b.doc").Size(0x80000000u).Date(0).Time(0).Attribs(0xA0),
+  CabLayout layout;
+  layout.typeCompress = 0x1503;  // LZX, 2 MiB window
+  layout.files = {CabFile("a.txt").Size(5).Attribs(0x21), CabFile("sub\\deeper\\b.doc").Size(0x80000000u).Date(0).Time(0).Attribs(0xA0),
                 CabFile("caf\xE9/\xE2\x82\xAC").Size(7)};
-  const Listing l = ListBytes(p, BuildCab(spec), "cab");
+  const Listing l = ListBytes(p, BuildCab(layout), "cab");
   const double when = DateSerial(2023, 12, 31, 23, 59, 58);
   const std::vector<Entry> expected = {
       {1, 3, "a.txt", "cab", when, 5, 0, 0x1503, 0x21, "", 0, 0, ""},
@@ -42,13 +42,13 @@ TEST(CabReaderTest, OptionalHeaderPartsMisplaceOnlyTheMethod) {
   for (const Case& c : {Case{"plain", 0, 0, 1, 2}, Case{"no folder", 0, 0, 0, 0}, Case{"reserve present", 4, 20, 1, -1},
                         Case{"previous cabinet", 1, 0, 2, -1}, Case{"previous and next", 3, 0, 1, -1}}) {
     SimulatedPlatform p;
-    CabSpec spec;
-    spec.flags = c.flags;
-    spec.headerReserve = c.reserve;
-    spec.folders = c.folders;
-    spec.typeCompress = 2;
-    spec.files = {CabFile("one.txt"), CabFile("two\\three.txt")};
-    const Listing l = ListBytes(p, BuildCab(spec), ".cab");
+    CabLayout layout;
+    layout.flags = c.flags;
+    layout.headerReserve = c.reserve;
+    layout.folders = c.folders;
+    layout.typeCompress = 2;
+    layout.files = {CabFile("one.txt"), CabFile("two\\three.txt")};
+    const Listing l = ListBytes(p, BuildCab(layout), ".cab");
     ASSERT_EQ(l.entries.size(), 2u) << c.what;
     EXPECT_EQ(l.entries[1].Path + l.entries[1].FileName, "two\\three.txt") << c.what;
     for (const Entry& e : l.entries) {
@@ -69,7 +69,7 @@ TEST(CabReaderTest, HeaderDecidesWhetherAnythingIsListed) {
     const char* ext;
     int32_t fileCount;  // 777: unchanged
   };
-  CabSpec one;
+  CabLayout one;
   one.files = {CabFile("a")};
   const std::string cab = BuildCab(one);
   auto withCount = [&](uint16_t n) { auto c = cab; SetU16(c, 28, n); return c; };
@@ -92,9 +92,9 @@ TEST(CabReaderTest, HeaderDecidesWhetherAnythingIsListed) {
 
 TEST(CabReaderTest, NameAreaWithoutTerminatorIsTrimmedAndAdvancesByItsLength) {
   SimulatedPlatform p;
-  CabSpec spec;
-  spec.files = {CabFile("first.txt")};
-  std::string cab = BuildCab(spec);
+  CabLayout layout;
+  layout.files = {CabFile("first.txt")};
+  std::string cab = BuildCab(layout);
   // A second entry whose 260-byte name area holds "  long" and blanks only.
   PutU32(cab, 42);
   PutU32(cab, 0);
@@ -113,9 +113,9 @@ TEST(CabReaderTest, NameAreaWithoutTerminatorIsTrimmedAndAdvancesByItsLength) {
 
 TEST(CabReaderTest, PositionOverflowIsReportedAndReadingGoesOn) {
   SimulatedPlatform p;
-  CabSpec spec;
-  spec.files = {CabFile("a"), CabFile("b")};
-  std::string cab = BuildCab(spec);
+  CabLayout layout;
+  layout.files = {CabFile("a"), CabFile("b")};
+  std::string cab = BuildCab(layout);
   SetU16(cab, 16, 0xFFF0);  // coffFiles 0x7FFFFFF0: 17 more leave the range
   SetU16(cab, 18, 0x7FFF);
   const Listing l = ListBytes(p, cab, "cab");

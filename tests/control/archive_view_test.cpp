@@ -78,7 +78,7 @@ TEST_F(ArchiveViewTest, ZipEntriesBecomeRowsAndItems) {
 }
 
 TEST_F(ArchiveViewTest, CabEntriesAndHostUserData) {
-  testing_archive::CabSpec cab;
+  testing_archive::CabLayout cab;
   cab.files = {CabFile("a.txt"), CabFile("sub\\b.txt")};
   cab.typeCompress = 2;
   files().AddFileWithContent("C:\\a\\t.cab", BuildCab(cab));

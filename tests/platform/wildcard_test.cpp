@@ -8,7 +8,7 @@ namespace {
 TEST(WildcardTest, PatternLists) {
   struct Case {
     const char* name;
-    const char* spec;
+    const char* patterns;
     bool match;
   } cases[] = {
       {"a.txt", "*.*", true},        {"readme", "*.*", true},        {"a.TXT", "*.txt", true},
@@ -18,7 +18,7 @@ TEST(WildcardTest, PatternLists) {
       {"aaaaaaaaaaaaaaaaaaaaaaab", "*a*a*a*a*a*c", false},          {"a.b", "*.", false},
       {"abc", "*", true},            {"Readme", "readme.*", true},  {"ab", ";;ab", true},
   };
-  for (const auto& c : cases) EXPECT_EQ(PathMatchSpec(c.name, c.spec), c.match) << c.name << " vs " << c.spec;
+  for (const auto& c : cases) EXPECT_EQ(PathMatchSpec(c.name, c.patterns), c.match) << c.name << " vs " << c.patterns;
 }
 
 }  // namespace
