@@ -16,11 +16,11 @@ using namespace testing_archive;
 // Entries as the tests below expect them: encrypted + UTF-8 flags, deflate,
 // 2024-03-15 10:30:42, CRC 0xDEADBEEF, a size of 2 GiB.
 std::string Zip(const std::vector<std::pair<std::string, std::string>>& entries) {
-  std::vector<ZipEntryLayout> specs;
+  std::vector<ZipEntryLayout> entries;
   for (const auto& [name, comment] : entries) {
-    specs.push_back(ZipEntry(name).Comment(comment).Flags(0x0801).Crc(0xDEADBEEF).CompressedSize(7).Size(0x80000000u));
+    entries.push_back(ZipEntry(name).Comment(comment).Flags(0x0801).Crc(0xDEADBEEF).CompressedSize(7).Size(0x80000000u));
   }
-  return BuildZip(specs, "", "L");
+  return BuildZip(entries, "", "L");
 }
 
 struct CommandRun {
