@@ -60,22 +60,20 @@ TEST_F(FileCollectionTest, ItemFindsByPositionKeyOrDoubleAndUnkeyedItemsAreNotIn
   in_.Add(Variant("x"));
   in_.Add(Variant("y"), "");
   ASSERT_TRUE(in_.Add(item, "k"));
-  EXPECT_EQ(in_.KeyCount(), 1);
+  ASSERT_TRUE(in_.Add(Variant("z"), "z"));
+  EXPECT_TRUE(in_.ChangeKeyForIndex(4, ""));  // an empty new key unindexes
+  EXPECT_EQ(Keys(*c_), "k");
   EXPECT_EQ(in_.Find("").position, kNoIndexMarker);
   EXPECT_EQ(c_->Item(Variant(3.0)), item);
   EXPECT_EQ(c_->Item(Variant("k")), item);
-  for (const Variant& none : {Variant(1) /* not an item */, Variant("K"), Variant(4), Variant(0)}) {
+  for (const Variant& none : {Variant(1) /* not an item */, Variant("K"), Variant(5), Variant(0)}) {
     EXPECT_EQ(c_->Item(none), nullptr) << none.AsString();
   }
   EXPECT_TRUE(sim_->SimBoxes().Shown().empty());
 }
 
 TEST_F(FileCollectionTest, PositionalAddsPlaceAsOptionsSay) {
-  struct Case {
-    O option;
-    int32_t index;
-    std::string expected;
-  } cases[] = {
+  struct Case { O option; int32_t index; std::string expected; } cases[] = {
       {O::EndOfCollection, kNoIndexMarker, "a,b,c,X"}, {O::BeginningOfCollection, kNoIndexMarker, "X,a,b,c"},
       {O::AddBeforePosition, 1, "X,a,b,c"},            {O::AddBeforePosition, 3, "a,b,X,c"},
       {O::AddAfterPosition, 1, "a,X,b,c"},             {O::AddAfterPosition, 3, "a,b,c,X"},
@@ -98,10 +96,7 @@ TEST_F(FileCollectionTest, PositionalAddsPlaceAsOptionsSay) {
 TEST_F(FileCollectionTest, RefusedOperationsShowTheirLabelAndChangeNothing) {
   for (const char* v : {"a", "b"}) in_.Add(Variant(v), v);
   in_.Add(Variant("c"), "C");
-  struct Case {
-    const char* label;
-    std::function<bool()> run;  // false when the operation reported refusal
-  } cases[] = {
+  struct Case { const char* label; std::function<bool()> run; /* false: refused */ } cases[] = {
       {"No position supplied.", [&] { return in_.Add(Variant("n"), "n", O::AddBeforePosition, kNoIndexMarker); }},
       {"Add item 9", [&] { return in_.Add(Variant("n"), "n", O::AddBeforePosition, 0); }},
       {"Add item 9", [&] { return in_.Add(Variant("n"), "n", O::AddAfterPosition, 4); }},
@@ -160,34 +155,24 @@ TEST_F(FileCollectionTest, CompareModeAndIndexBaseAreSetWhileEmpty) {
   EXPECT_EQ(in_.IndexBase(), 0);
 }
 
+// The order itself is checked against CompareKeys by the random test; here
+// the text mode's collisions and the key enumerator.
 TEST_F(FileCollectionTest, KeyOrderAndEqualityFollowTheCompareMode) {
-  const Strings keys = {"b", "B", "a", "_", "Z", "\xEF\xBC\xA1" /* U+FF21 */, "\xF0\x9F\x98\x80" /* U+1F600 */,
-                        "ab", "A1", "\xC3\x84x" /* Äx */};
-  struct Case {
-    COMPARE_MODE mode;
-    Strings expected;
-  } cases[] = {
-      // Code units: the character above U+FFFF (a surrogate pair) sorts
-      // before U+FF21 although its code point is larger.
-      {COMPARE_MODE::BinaryCompare,
-       {"A1", "B", "Z", "_", "a", "ab", "b", "\xC3\x84x", "\xF0\x9F\x98\x80", "\xEF\xBC\xA1"}},
+  const Strings keys = {"b", "B", "_", "\xF0\x9F\x98\x80" /* U+1F600 */, "\xC3\x84x" /* Äx */};
+  struct Case { COMPARE_MODE mode; Strings expected; } cases[] = {
+      {COMPARE_MODE::BinaryCompare, {"B", "_", "b", "\xC3\x84x", "\xF0\x9F\x98\x80"}},
       // Without case "B" collides with "b", so only the first one stays.
-      {COMPARE_MODE::TextCompare,
-       {"_", "a", "A1", "ab", "b", "Z", "\xC3\x84x", "\xF0\x9F\x98\x80", "\xEF\xBC\xA1"}},
+      {COMPARE_MODE::TextCompare, {"_", "b", "\xC3\x84x", "\xF0\x9F\x98\x80"}},
   };
   for (const Case& k : cases) {
     auto c = NxFileCollection::Create(sim_);
     NxFileCollection::Internal in(*c);
     in.SetCompareMode(k.mode);
     for (const auto& key : keys) in.Add(Variant(key), key);
-    Strings got;
-    for (int32_t i = 0; i < in.KeyCount(); ++i) got.push_back(in.KeyByIndex(i));
-    EXPECT_EQ(got, k.expected) << "mode " << static_cast<int>(k.mode);
     const bool text = k.mode == COMPARE_MODE::TextCompare;
-    EXPECT_EQ(in.Find("\xC3\xA4" "X").position, text ? 9 : kNoIndexMarker);  // "äX"
+    EXPECT_EQ(in.Find("\xC3\xA4" "X").position, text ? 4 : kNoIndexMarker);  // "äX"
     EXPECT_EQ(in.Item(Variant("B")).AsString(), text ? "b" : "B");
-
-    // CKeys walks the same order and names each key's position.
+    // CKeys walks the key order and names each key's position.
     std::vector<Variant> out;
     EXPECT_FALSE(in.NewKeyEnum()->Next(100, out));
     ASSERT_EQ(out.size(), k.expected.size());
@@ -200,35 +185,16 @@ TEST_F(FileCollectionTest, KeyOrderAndEqualityFollowTheCompareMode) {
   }
 }
 
-TEST_F(FileCollectionTest, RemovedAndChangedKeysAreFreeAgainAndAnEmptyKeyUnindexes) {
-  for (const char* v : {"a", "b", "c"}) in_.Add(Variant(v), v);
-  EXPECT_TRUE(in_.Remove(Variant("b")));
-  EXPECT_TRUE(in_.ChangeKey("a", "z"));
-  EXPECT_TRUE(in_.Add(Variant("b2"), "b"));
-  EXPECT_TRUE(in_.Add(Variant("a2"), "a"));
-  EXPECT_TRUE(in_.ChangeKeyForIndex(2, ""));  // "c" unkeyed from now on
-  EXPECT_EQ(Keys(*c_), "a,b,z");
-  EXPECT_EQ(Order(*c_), "a,c,b2,a2");
-  EXPECT_EQ(in_.Find("c").position, kNoIndexMarker);
-}
-
 TEST_F(FileCollectionTest, MoveRotatesTheItemsInBetween) {
-  struct Case {
-    Variant from;
-    O option;
-    Variant to;
-    std::string expected;
-  } cases[] = {
+  struct Case { Variant from; O option; Variant to; std::string expected; } cases[] = {
       // The item ends at the target position (as a new item added there
       // would), so moving forward "before 4" lands behind the old 4th.
       {Variant(1), O::AddBeforePosition, Variant(4), "b,c,d,a,e"},
       {Variant(1), O::AddAfterPosition, Variant(4), "b,c,d,e,a"},
-      {Variant(5), O::AddBeforePosition, Variant(2), "a,e,b,c,d"},
       {Variant(5), O::AddAfterPosition, Variant(2), "a,b,e,c,d"},
       {Variant("c"), O::BeginningOfCollection, Variant(), "c,a,b,d,e"},
       {Variant("c"), O::EndOfCollection, Variant(), "a,b,d,e,c"},
       {Variant(2), O::AddAfterPosition, Variant("e"), "a,c,d,e,b"},
-      {Variant(3), O::AddBeforePosition, Variant(3), "a,b,c,d,e"},
   };
   for (const Case& k : cases) {
     auto c = Filled({"a", "b", "c", "d", "e"});

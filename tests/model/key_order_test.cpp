@@ -14,11 +14,7 @@ namespace nxfv {
 namespace {
 
 TEST(KeyCompareTest, OrderAndEqualityUnderBothModes) {
-  struct Case {
-    std::string a, b;
-    bool text;
-    int expected;  // sign
-  } cases[] = {
+  struct Case { std::string a, b; bool text; int expected; /* sign */ } cases[] = {
       {"", "", false, 0},          {"", "a", false, -1},      {"a", "A", false, 1},      {"a", "A", true, 0},
       {"abc", "ABD", true, -1},    {"ab", "a", true, 1},
       {"_", "a", true, -1},  // folded to lower case: '_' stays before letters
