@@ -4,6 +4,7 @@
 
 #include "columns/formatting.h"
 #include "control/instance_table.h"
+#include "control/row_texts.h"
 #include "platform/error_state.h"
 #include "shell/path_text.h"
 #include "shell/show_error.h"

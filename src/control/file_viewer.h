@@ -64,6 +64,8 @@ struct SortState {
   bool descending = false;
 };
 
+class RowTexts;
+
 class FileViewer : public Object, public std::enable_shared_from_this<FileViewer> {
   struct Passkey {};
 
@@ -219,6 +221,7 @@ class FileViewer : public Object, public std::enable_shared_from_this<FileViewer
   // Sub-item index of each column the archive rows fill, looked up once per
   // archive (a host may reorder the columns, so never assumed).
   std::vector<int32_t> archiveSlots_;
+  std::unique_ptr<RowTexts> archiveTexts_;  // reused for every entry
 
   bool showFolders_ = true;
   bool showFiles_ = true;

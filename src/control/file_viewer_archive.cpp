@@ -46,6 +46,7 @@ void FileViewer::LoadArchive(const std::string& archivePath) {
     BuildColumns(false);
     ClearView();
     archiveSlots_.clear();
+    if (!archiveTexts_) archiveTexts_ = std::make_unique<RowTexts>();
     for (const char* key : kArchiveColumnKeys) archiveSlots_.push_back(SubItemIndexOf(key));
     std::string ext = archivePath.substr(archivePath.rfind('.') + 1);
     ext = p.Locale().CharLower(ext);
@@ -104,7 +105,8 @@ void FileViewer::AddArchiveEntry(int32_t Index, int32_t Total, const std::string
     item->setPath(AddBackslash(Path));
     row.SetImage(archiveIconIndex_);
 
-    RowTexts texts;
+    RowTexts& texts = *archiveTexts_;
+    texts.Clear();
     auto put = [&](ArchiveColumn column, std::string text) { texts.Put(archiveSlots_[column], std::move(text)); };
     put(kExt, ext);
     put(kSiz, GroupedNumberText(formats, Size));

@@ -196,6 +196,7 @@ void FileViewer::LoadFiles(const std::string& Path, bool KeepItems, bool ResetSo
       // The row key and the item's file name share one text when they are the same.
       const SharedText nameText(name);
       ListRow& row = key == name ? listView_.AddRowWithKey(nameText, name) : listView_.AddRow(key, name);
+      texts.Clear();
       auto item = NxFileListItem::Create();
       NxFileListItem::Internal::ShareFileName(*item, nameText);
       NxFileListItem::Internal::SetKey(*item, key);

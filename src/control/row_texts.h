@@ -20,6 +20,11 @@ class RowTexts {
   void Put(int32_t slot, std::string text) {
     if (slot > 0 && count_ < texts_.size()) texts_[count_++] = {slot, std::move(text)};
   }
+  // Drops texts a failed row left behind.
+  void Clear() {
+    for (size_t i = 0; i < count_; ++i) texts_[i].second.clear();
+    count_ = 0;
+  }
   // Writes the texts in column order, with room for spare more bytes.
   void WriteTo(ListRow& row, size_t spare) {
     std::sort(texts_.begin(), texts_.begin() + static_cast<std::ptrdiff_t>(count_),
