@@ -27,9 +27,12 @@ TEST(FileTimeToDateTest, ZeroBecomes1980AndTicksKeepTheirMilliseconds) {
   EXPECT_NEAR(FileTimeToDate(p, ft, true), expected - 5.0 / 24, kOneMs);
   // The day count and the fraction are kept apart, so milliseconds survive.
   EXPECT_NEAR(FileTimeToDate(p, ft + 1234 * 10000ULL, false), expected + 1234 * kOneMs, kOneMs / 100);
-  // 1601-01-01 itself (tick 1), and a failed local conversion (result 0).
+  // 1601-01-01 itself (tick 1), and failed local conversions at both ends
+  // of the range (result 0).
   EXPECT_NEAR(FileTimeToDate(p, 1, false), -109205.0, kOneMs);
   EXPECT_DOUBLE_EQ(FileTimeToDate(p, 10, true), -109205.0);
+  p.SimClock().SetOffsetMinutes(60);
+  EXPECT_DOUBLE_EQ(FileTimeToDate(p, UINT64_MAX - 5, true), -109205.0);
 }
 
 TEST(MakeInt64Test, WordsAreUnsigned) {
@@ -41,10 +44,7 @@ TEST(MakeInt64Test, WordsAreUnsigned) {
 TEST(DosDateToDateTest, ValidWordsNoTimeZone) {
   SimulatedPlatform p;
   p.SimClock().SetOffsetMinutes(600);  // must not matter
-  struct Case {
-    int32_t date, time;
-    double expected;
-  } cases[] = {
+  struct Case { int32_t date, time; double expected; } cases[] = {
       {DosDate(2024, 3, 15), DosTime(10, 30, 58), DateSerial(2024, 3, 15, 10, 30, 58)},
       {DosDate(2024, 2, 29), DosTime(23, 59, 58), DateSerial(2024, 2, 29, 23, 59, 58)},
       {DosDate(2107, 12, 31), 0, DateSerial(2107, 12, 31)},
@@ -58,18 +58,11 @@ TEST(DosDateToDateTest, ValidWordsNoTimeZone) {
 
 TEST(DosDateToDateTest, InvalidWordsGiveTheMissingTimeSubstitute) {
   SimulatedPlatform p;
-  struct Case {
-    const char* what;
-    uint16_t date, time;
-  } cases[] = {
-      {"month 0", static_cast<uint16_t>((44 << 9) | (0 << 5) | 1), 0},
-      {"month 13", static_cast<uint16_t>((44 << 9) | (13 << 5) | 1), 0},
-      {"day 0", DosDate(2024, 3, 0), 0},
-      {"Feb 29 in 2023", DosDate(2023, 2, 29), 0},
-      {"Apr 31", DosDate(2024, 4, 31), 0},
-      {"hour 24", DosDate(2024, 3, 15), static_cast<uint16_t>(24 << 11)},
-      {"minute 60", DosDate(2024, 3, 15), static_cast<uint16_t>(60 << 5)},
-      {"second 60", DosDate(2024, 3, 15), 30},
+  struct Case { const char* what; uint16_t date, time; } cases[] = {
+      {"month 0", DosDate(2024, 0, 1), 0},        {"month 13", DosDate(2024, 13, 1), 0},
+      {"day 0", DosDate(2024, 3, 0), 0},          {"Feb 29 in 2023", DosDate(2023, 2, 29), 0},
+      {"Apr 31", DosDate(2024, 4, 31), 0},        {"hour 24", DosDate(2024, 3, 15), DosTime(24, 0, 0)},
+      {"minute 60", DosDate(2024, 3, 15), DosTime(0, 60, 0)}, {"second 60", DosDate(2024, 3, 15), 30},
       {"both zero", 0, 0},
   };
   for (const Case& c : cases) {

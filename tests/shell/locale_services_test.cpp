@@ -60,21 +60,6 @@ class ScopedLocale {
   bool ok_ = false;
 };
 
-TEST(SimTimeTest, FixedOffsetWithRangeChecks) {
-  SimTime t;
-  uint64_t local = 0;
-  const uint64_t utc = FileTimeOf(2024, 3, 15, 10, 30);
-  t.SetOffsetMinutes(-90);
-  EXPECT_TRUE(t.FileTimeToLocalFileTime(utc, local));
-  EXPECT_EQ(local, utc - 90 * kTicksPerMinute);
-  EXPECT_FALSE(t.FileTimeToLocalFileTime(5, local));  // before 1601 after the shift
-  EXPECT_EQ(local, 0u);
-  t.SetOffsetMinutes(60);
-  local = 1;
-  EXPECT_FALSE(t.FileTimeToLocalFileTime(UINT64_MAX - 5, local));  // past the end
-  EXPECT_EQ(local, 0u);
-}
-
 // Both platforms decode DOS words alike (the invalid words themselves are
 // covered with DosDateToDate): every month, day, hour, minute and second
 // field value, valid or not.
@@ -87,24 +72,17 @@ TEST(DosDateTimeTest, LinuxAgreesWithTheSimulation) {
     const bool okA = sim.DosDateTimeToFileTime(static_cast<uint16_t>(date), time, a);
     ASSERT_EQ(linux.DosDateTimeToFileTime(static_cast<uint16_t>(date), time, b), okA) << date << " " << time;
     ASSERT_EQ(a, b) << date << " " << time;
-    if (!okA) {
-      ASSERT_EQ(a, 0u);
-    }
+    ASSERT_TRUE(okA || a == 0u) << date << " " << time;
   }
 }
 
 TEST(SimLocaleTest, Windows1252CaseMappingAndFixedWidth) {
   SimLocale l;
-  struct Case {
-    const char* in;
-    const char* upper;
-    const char* lower;
-  } cases[] = {
+  struct Case { const char* in; const char* upper; const char* lower; } cases[] = {
       {"abc äöü ÄÖÜ", "ABC ÄÖÜ ÄÖÜ", "abc äöü äöü"},
-      {"ÿ œ š ž", "Ÿ Œ Š Ž", "ÿ œ š ž"},  // the five pairs outside Latin-1
-      {"ā α ж", "ā α ж", "ā α ж"},        // no pairs in the code page: unchanged
-      {"straße", "STRAßE", "straße"},
-      {"\xFF", "\xFF", "\xFF"},          // an invalid byte stays as it is
+      {"ÿ œ š ž", "Ÿ Œ Š Ž", "ÿ œ š ž"},  // pairs outside Latin-1
+      {"ā α ж straße", "ā α ж STRAßE", "ā α ж straße"},  // no pairs in the code page: unchanged
+      {"\xFF", "\xFF", "\xFF"},  // an invalid byte stays as it is
   };
   for (const Case& c : cases) {
     EXPECT_EQ(l.CharUpper(c.in), c.upper) << c.in;
@@ -137,21 +115,12 @@ TEST(LinuxTimeTest, UsesTheProcessTimeZoneAtThatInstant) {
 }
 
 TEST(StrftimeToPictureTest, TranslatesConversionsAndQuotesLetters) {
-  struct Case {
-    const char* in;
-    const char* out;
-  } cases[] = {
+  struct Case { const char* in; const char* out; } cases[] = {
       {"%m/%d/%y", "MM/dd/yyyy"},  // two-digit years widened
-      {"%-d/%-m/%Y", "d/M/yyyy"},
-      {"%e.%b %Y", "d.MM yyyy"},
-      {"%T", "HH:mm:ss"},
-      {"%l.%M %P", "h.mm tt"},
-      {"%k h %M min", "H' h 'mm' min'"},
-      {"it's %H", "'it''s 'HH"},
+      {"%-d/%-m/%Y", "d/M/yyyy"}, {"%e.%b %Y", "d.MM yyyy"},  {"%T", "HH:mm:ss"},
+      {"%l.%M %P", "h.mm tt"},    {"%k h %M min", "H' h 'mm' min'"}, {"it's %H", "'it''s 'HH"},
       {"%a %d", " dd"},  // weekday names have no numeric form
-      {"%Ey/%Om", "yyyy/MM"},
-      {"100%%", "100%"},
-      {"%", "%"},
+      {"%Ey/%Om", "yyyy/MM"},     {"100%%", "100%"},         {"%", "%"},
   };
   for (const Case& c : cases) EXPECT_EQ(StrftimeToPicture(c.in), c.out) << c.in;
 }
@@ -159,16 +128,9 @@ TEST(StrftimeToPictureTest, TranslatesConversionsAndQuotesLetters) {
 // The process locale's patterns and separators reach every text form, and
 // the parser reads back what the locale writes.
 TEST(LinuxLocaleTest, FormatsFollowTheProcessLocale) {
-  struct Case {
-    const char* locale;
-    const char* dateTime;
-    const char* am;
-    const char* size;
-    const char* ratio;
-    const char* upper;
-  } cases[] = {
-      {"C.UTF-8", "03/05/2024 14:07:09", "AM", "1024 KB", "50.0%", "STRAßE ÄRGER"},  // ß has no single upper
-      {"de_DE.UTF-8", "05.03.2024 14:07:09", "", "1.024 KB", "50,0%", "STRAßE ÄRGER"},
+  struct Case { const char* locale; const char* dateTime; const char* am; const char* size; const char* ratio; } cases[] = {
+      {"C.UTF-8", "03/05/2024 14:07:09", "AM", "1024 KB", "50.0%"},
+      {"de_DE.UTF-8", "05.03.2024 14:07:09", "", "1.024 KB", "50,0%"},
   };
   const double d = DateSerial(2024, 3, 5, 14, 7, 9);
   for (const Case& c : cases) {
@@ -182,7 +144,7 @@ TEST(LinuxLocaleTest, FormatsFollowTheProcessLocale) {
     EXPECT_EQ(f.amDesignator, c.am) << c.locale;
     EXPECT_EQ(SizeText(f, 1048576), c.size) << c.locale;
     EXPECT_EQ(RatioText(f, 0.5f), c.ratio) << c.locale;
-    EXPECT_EQ(l.CharUpper("straße ärger"), c.upper) << c.locale;
+    EXPECT_EQ(l.CharUpper("straße ärger"), "STRAßE ÄRGER") << c.locale;  // ß has no single upper
     EXPECT_EQ(l.CharLower("ÄRGER"), "ärger") << c.locale;
   }
 }
@@ -212,10 +174,7 @@ TEST(LinuxResourcesTest, XdgUserDirectories) {
   ScopedEnv h("HOME", home.c_str());
   ScopedEnv x("XDG_CONFIG_HOME", config.c_str());
   LinuxResources r;
-  struct Case {
-    int32_t csidl;
-    std::optional<std::string> path;
-  } cases[] = {
+  struct Case { int32_t csidl; std::optional<std::string> path; } cases[] = {
       {CSIDL_DESKTOPDIRECTORY, home + "/Schreibtisch"},
       {CSIDL_PERSONAL, "/data/docs"},  // leading blanks and a trailing slash
       {CSIDL_MYMUSIC, home + "/Music"},       // an unusable value falls back

@@ -16,10 +16,7 @@ using namespace std::string_literals;
 TEST(AddSeparatorTest, AppendsOnlyWhenTheLastCharacterIsNotTheSeparator) {
   SimulatedPlatform sim;
   LinuxPlatform linux;
-  struct Case {
-    const Platform* platform;  // null: AddBackslash
-    std::string in, out;
-  } cases[] = {
+  struct Case { const Platform* platform; /* null: AddBackslash */ std::string in, out; } cases[] = {
       {nullptr, "", "\\"},          {nullptr, "C:\\", "C:\\"},      {nullptr, "docs/", "docs/\\"},
       {nullptr, "a\0"s, "a\0\\"s},  {&sim, "C:\\x", "C:\\x\\"},     {&sim, "docs/", "docs/\\"},
       {&linux, "", "/"},            {&linux, "/home/x/", "/home/x/"}, {&linux, "a\\", "a\\/"},
@@ -30,9 +27,7 @@ TEST(AddSeparatorTest, AppendsOnlyWhenTheLastCharacterIsNotTheSeparator) {
 }
 
 TEST(StripNullTest, CutsAtFirstNulAndTrimsOnlyWithoutOne) {
-  struct Case {
-    std::string in, out;
-  } cases[] = {
+  struct Case { std::string in, out; } cases[] = {
       {"\0abc"s, ""},           {"ab\0cd\0"s, "ab"}, {"   ", ""}, {"  x y  ", "x y"},
       {"  ab \0  "s, "  ab "},  // a NUL present: no trimming
       {"\tx\t", "\tx\t"},       // only blanks are trimmed
@@ -41,9 +36,7 @@ TEST(StripNullTest, CutsAtFirstNulAndTrimsOnlyWithoutOne) {
 }
 
 TEST(SplitArchivePathTest, ForwardSlashFirstThenBackslash) {
-  struct Case {
-    std::string in, folder, name;
-  } cases[] = {
+  struct Case { std::string in, folder, name; } cases[] = {
       {"a\\b/c.txt", "a\\b/", "c.txt"}, {"a/b\\c.txt", "a/", "b\\c.txt"},  // a later backslash does not win
       {"a\\b\\c.txt", "a\\b\\", "c.txt"}, {"name.txt", "", "name.txt"},  {"dir/", "dir/", ""},
       {"Ärger/Öl.txt", "Ärger/", "Öl.txt"},
@@ -74,9 +67,7 @@ TEST(SplitArchivePathTest, SeparatorPastCharacter32767Overflows) {
 }
 
 TEST(SplitExtensionTest, SplitsAtTheLastDotAnywhere) {
-  struct Case {
-    std::string in, base, ext;
-  } cases[] = {
+  struct Case { std::string in, base, ext; } cases[] = {
       {"a.tar.gz", "a.tar", "gz"}, {"noext", "noext", ""}, {".bashrc", "", "bashrc"}, {"trailing.", "trailing", ""},
       {"C:\\my.dir\\readme", "C:\\my", "dir\\readme"},  // a dot in a folder name counts
   };
@@ -89,9 +80,7 @@ TEST(SplitExtensionTest, SplitsAtTheLastDotAnywhere) {
 // The folder stays in the argument; the extension starts at the FIRST dot
 // of the file name, unlike SplitExtension.
 TEST(SplitFullPathTest, FolderInPlaceAndExtensionFromTheFirstDot) {
-  struct Case {
-    std::string in, folder, file, base, ext;
-  } cases[] = {
+  struct Case { std::string in, folder, file, base, ext; } cases[] = {
       {"C:\\x\\y.tar.gz", "C:\\x\\", "y.tar.gz", "y", ".tar.gz"},
       {"a/b\\c/d.e", "a/b\\c/", "d.e", "d", ".e"},
       {"/home/u/.bashrc", "/home/u/", ".bashrc", "", ".bashrc"},
