@@ -21,9 +21,7 @@ TEST_F(ColumnsTest, NewControlShowsFiveOfTwentyOneColumns) {
   ASSERT_EQ(lv.ColumnCount(), 21);
   EXPECT_EQ(VisibleKeys(lv), (std::vector<std::string>{"nam", "ext", "siz", "typ", "mod"}));
   EXPECT_EQ(lv.Column(20).key, "sort");
-  EXPECT_EQ(lv.Column(0).caption, "Name");
-  EXPECT_EQ(lv.Column(1).caption, "Ext");
-  EXPECT_EQ(lv.Column(18).caption, "Userdaten1");
+  EXPECT_EQ(lv.Column(1).caption + "|" + lv.Column(18).caption, "Ext|Userdaten1");
   EXPECT_EQ(viewer->SubItemIndexOf("pth"), 8);  // the archive columns follow the time column
   ClearError();
   EXPECT_THROW(viewer->SubItemIndexOf("nope"), VbError);
@@ -31,11 +29,7 @@ TEST_F(ColumnsTest, NewControlShowsFiveOfTwentyOneColumns) {
 
 TEST_F(ColumnsTest, ArchiveOnlyAndNonArchiveOnlyWidths) {
   files().AddFileWithContent("C:\\a.zip", std::string("PK\x05\x06", 4) + std::string(18, '\0'));
-  struct Case {
-    int32_t mask;
-    bool inArchive;
-    std::vector<std::string> visible;
-  } cases[] = {
+  struct Case { int32_t mask; bool inArchive; std::vector<std::string> visible; } cases[] = {
       {31 | 2048 | 512, false, {"nam", "ext", "siz", "typ", "mod", "dos"}},
       {31 | 2048 | 512, true, {"nam", "ext", "siz", "typ", "mod", "cmp"}},
       {31 | 2048, false, {"nam", "ext", "siz", "typ", "mod"}},
@@ -84,13 +78,7 @@ TEST_F(ColumnsTest, AllSizeableAndVisibleLeavesOnlyTheSortColumn) {
 }
 
 TEST_F(ColumnsTest, HeaderModifyingReplacesOnlyWhatItShould) {
-  struct Case {
-    const char* text;
-    int32_t width;
-    bool sizeable;
-    const char* wantCaption;
-    int32_t wantWidth;
-  } cases[] = {
+  struct Case { const char* text; int32_t width; bool sizeable; const char* wantCaption; int32_t wantWidth; } cases[] = {
       {"", 0, false, "Type", 1400},
       {"Kind", 0, true, "Kind", 1400},
       {"", 2222, true, "Kind", 2222},
@@ -116,24 +104,9 @@ TEST_F(ColumnsTest, HeaderModifyingReplacesOnlyWhatItShould) {
   EXPECT_EQ(viewer->HeaderOptions().Count(), 20);
 }
 
-TEST_F(ColumnsTest, NewOptionsAndActivateRestoreTheDefaultsInTableOrder) {
-  viewer->HeaderOptionsNew();
-  EXPECT_EQ(viewer->HeaderOptions().Count(), 0);
-  EXPECT_EQ(viewer->ListView1().ColumnCount(), 21);  // the screen changes at the next listing
-  viewer->HeaderOptionsActivate();
-  const auto& table = BuiltInColumns();
-  const ListView& lv = viewer->ListView1();
-  for (int i = 0; i < kBuiltInColumnCount; ++i) {
-    EXPECT_EQ(lv.Column(i).key, table[static_cast<size_t>(i)].key);
-    headerdatas* rec = nullptr;
-    ASSERT_TRUE(FindHeaderOption(viewer->HeaderOptions(), table[static_cast<size_t>(i)].bit, rec));
-    EXPECT_EQ(rec->HeaderWidth, table[static_cast<size_t>(i)].defaultWidth);
-    EXPECT_TRUE(rec->HeaderSizeable);
-  }
-}
-
 TEST_F(ColumnsTest, HostOrderFirstThenTheRestAndDuplicateAddFails) {
   viewer->HeaderOptionsNew();
+  EXPECT_EQ(viewer->ListView1().ColumnCount(), 21);  // the screen changes at the next listing
   headerdatas size;
   size.ShowHeaderItem = header_FileSize;
   size.HeaderText = "Bytes";
@@ -149,11 +122,8 @@ TEST_F(ColumnsTest, HostOrderFirstThenTheRestAndDuplicateAddFails) {
   viewer->setCurrentfolder("C:\\TEMP");
   viewer->HeaderOptionsActivate();
   const ListView& lv = viewer->ListView1();
-  EXPECT_EQ(lv.Column(0).key, "siz");
-  EXPECT_EQ(lv.Column(0).caption, "Bytes");
-  EXPECT_EQ(lv.Column(1).key, "nam");
-  EXPECT_EQ(lv.Column(2).key, "ext");
-  EXPECT_FALSE(lv.Column(1).caption.empty());
+  EXPECT_EQ(lv.Column(0).key + lv.Column(1).key + lv.Column(2).key, "siznamext");
+  EXPECT_EQ(lv.Column(0).caption + "|" + lv.Column(1).caption, "Bytes|Name");
 }
 
 TEST_F(ColumnsTest, ViewOptionsAtDesignTimeIsIgnored) {

@@ -1,8 +1,5 @@
 // The folder listing on real temporary folders of the Linux platform.
-#include <fcntl.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -68,19 +65,14 @@ TEST_F(LinuxListingTest, RealFolderWithEveryKindOfEntry) {
 
   EXPECT_EQ(viewer->ListView1().Row(0).Key(), "sysgoup");
   EXPECT_EQ(Row(".dotfile"), nullptr);
-  EXPECT_EQ(Cell("a.txt", "siz"), "3 KB");
-  EXPECT_EQ(Cell("a.txt", "typ"), "plain text document");
-  EXPECT_EQ(Cell("a.txt", "atr"), ".......n.......");
-  EXPECT_EQ(Cell("a.txt", "dos"), "A.TXT");
-  EXPECT_EQ(Cell("secret.txt", "atr"), ".h.............");  // "normal" only without other bits
-  EXPECT_EQ(Cell("ro.txt", "atr").substr(0, 1), "r");
-  EXPECT_EQ(Cell("##$$2024", "typ"), "");
-  EXPECT_EQ(Cell("sub", "typ"), "Folder");
-  EXPECT_EQ(Cell("link.txt", "atr"), "..........l....");
-  EXPECT_EQ(Cell("linkdir", "atr"), "....d.....l....");
-  EXPECT_EQ(Cell("pipe", "atr").substr(0, 3), "..s");
-  const ListRow* latin = Row("caf\\xE9.txt");
-  ASSERT_NE(latin, nullptr);
+  EXPECT_NE(Row("caf\\xE9.txt"), nullptr);
+  struct Case { const char* key; const char* column; const char* text; } cases[] = {
+      {"a.txt", "siz", "3 KB"},  {"a.txt", "typ", "plain text document"}, {"a.txt", "atr", ".......n......."},
+      {"a.txt", "dos", "A.TXT"}, {"secret.txt", "atr", ".h............."},  // "normal" only without other bits
+      {"ro.txt", "atr", "r.............."},   {"##$$2024", "typ", ""},    {"sub", "typ", "Folder"},
+      {"link.txt", "atr", "..........l...."}, {"linkdir", "atr", "....d.....l...."}, {"pipe", "atr", "..s............"},
+  };
+  for (const Case& c : cases) EXPECT_EQ(Cell(c.key, c.column), c.text) << c.key << " " << c.column;
   auto item = viewer->Items()->Item(Variant("a.txt"));
   EXPECT_EQ(item->Path(), dir + "/");
   EXPECT_EQ(item->FileSize(), 3000);
@@ -106,13 +98,6 @@ TEST_F(LinuxListingTest, RefreshInPlaceOnARealFolder) {
   EXPECT_NE(Row("b.txt"), nullptr);
   EXPECT_NE(Row("c.txt"), nullptr);
   EXPECT_EQ(viewer->Items()->Count(), 3);
-}
-
-TEST_F(LinuxListingTest, UnreadableFolderListsOnlyTheGoUpRow) {
-  if (geteuid() == 0) GTEST_SKIP() << "root reads every folder";
-  ASSERT_EQ(mkdir((dir + "/closed").c_str(), 0), 0);
-  viewer->setCurrentfolder(dir + "/closed");
-  EXPECT_EQ(viewer->ListView1().RowCount(), 1u);
 }
 
 TEST_F(LinuxListingTest, RootFolderKeepsItsSeparator) {
