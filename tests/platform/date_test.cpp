@@ -8,10 +8,7 @@ namespace nxfv {
 namespace {
 
 TEST(DateTest, SerialNumbersOfKnownDates) {
-  struct Case {
-    int y, m, d, h, mi, s;
-    double expected;
-  } cases[] = {
+  struct Case { int y, m, d, h, mi, s; double expected; } cases[] = {
       {1899, 12, 30, 0, 0, 0, 0.0},
       {1900, 1, 1, 0, 0, 0, 2.0},
       {1980, 1, 1, 3, 0, 0, 29221.125},
