@@ -36,11 +36,7 @@ class ListCommandTest : public ::testing::Test {
 };
 
 TEST_F(ListCommandTest, ExitCodesAndUsageErrors) {
-  struct Case {
-    std::vector<std::string> args;
-    int code;
-    const char* errPart;
-  } cases[] = {
+  struct Case { std::vector<std::string> args; int code; const char* errPart; } cases[] = {
       {{}, 2, "missing PATH"},
       {{"--bogus", "x"}, 2, "unknown option --bogus"},
       {{"--pattern"}, 2, "needs a value"},
@@ -60,11 +56,8 @@ TEST_F(ListCommandTest, ExitCodesAndUsageErrors) {
 TEST_F(ListCommandTest, TableShowsTheVisibleColumnsInViewOrder) {
   ASSERT_EQ(Run({"--no-goup", dir, "--sort", "siz:desc"}), 0);
   std::istringstream lines(out.str());
-  std::string header, first, second, third;
-  std::getline(lines, header);
-  std::getline(lines, first);
-  std::getline(lines, second);
-  std::getline(lines, third);
+  std::string header, first, second;
+  std::getline(std::getline(std::getline(lines, header), first), second);
   EXPECT_EQ(header.rfind("Name", 0), 0u);
   EXPECT_NE(header.find("Modified"), std::string::npos);
   EXPECT_EQ(header.find("Attributes"), std::string::npos);
@@ -87,10 +80,7 @@ TEST_F(ListCommandTest, JsonHoldsColumnsRowsAndItems) {
 }
 
 TEST(JsonTextTest, StringsNumbersAndVariants) {
-  struct Case {
-    Variant value;
-    const char* json;
-  } cases[] = {
+  struct Case { Variant value; const char* json; } cases[] = {
       {Variant(), "null"},
       {Variant(true), "true"},
       {Variant(int32_t{-7}), "-7"},
