@@ -166,29 +166,34 @@ TEST(ZipReaderTest, ThrowingListenerIsReportedAndTheNextEntryStillArrives) {
   EXPECT_EQ(p.SimBoxes().Shown()[0].text, StandardErrorDescription(kErrDuplicateKey) + kBox + "190");
 }
 
-// An archive written by Debian's zip, read on both platforms (the real one
-// only when it can open files).
-TEST(ZipToolTest, ReadsZipArchive) {
-  if (!HaveTool("zip")) GTEST_SKIP() << "zip is not installed";
-  const std::string dir = MakeTempFolder("nxfv_zip_test_");
-  ASSERT_TRUE(RunTool("cd '" + dir + "' && mkdir sub && printf hello >a.txt && head -c 1000 /dev/zero >'sub/Grüße.txt' && "
-                      "touch -d '2021-06-01 12:34:56' a.txt sub 'sub/Grüße.txt' && "
-                      "zip -q -X t.zip a.txt sub/ 'sub/Grüße.txt' && printf 'for a\\n' | zip -q -c t.zip a.txt"));
-  auto check = [](const Listing& l) {
-    ASSERT_EQ(l.entries.size(), 3u);
-    std::string seen;
-    for (const auto& e : l.entries) {
-      seen += e.Path + "|" + e.FileName + "|" + std::to_string(e.Size) + "|" + e.Comments + ";";
-      EXPECT_DOUBLE_EQ(e.Modified, DateSerial(2021, 6, 1, 12, 34, 56)) << e;
-    }
-    EXPECT_EQ(seen, "|a.txt|5|for a;sub/||0|for a;sub/|Grüße.txt|1000|for a;");  // the comment carries over
-    EXPECT_EQ(l.entries[2].Method, 8);
+// Archives written by Debian's zip and gcab, read on both platforms (the
+// real one only when it can open files).
+TEST(ArchiverToolTest, ReadsArchivesOfTheRealTools) {
+  struct Case { const char* tool; const char* ext; const char* write; const char* entries; int32_t method; };
+  const Case cases[] = {
+      {"zip", "zip", "zip -q -X t.zip a.txt sub/ 'sub/Grüße.txt' && printf 'for a\\n' | zip -q -c t.zip a.txt",
+       "|a.txt|5|for a;sub/||0|for a;sub/|Grüße.txt|1000|for a;", 8},  // the comment carries over
+      {"gcab", "cab", "gcab -c -z t.cab a.txt 'sub/Grüße.txt'", "|a.txt|5|;sub\\|Grüße.txt|1000|;", 1},  // MSZIP
   };
-  SimulatedPlatform sim;
-  check(ListBytes(sim, ReadHostFile(dir + "/t.zip"), "zip"));
-  PlatformRef real = std::make_shared<LinuxPlatform>();
-  if (real->Files().OpenForRead(dir + "/t.zip")) check(ListFile(real, dir + "/t.zip", "zip"));
-  std::filesystem::remove_all(dir);
+  for (const Case& c : cases) {
+    if (!HaveTool(c.tool)) continue;
+    const std::string dir = MakeTempFolder("nxfv_tool_test_");
+    ASSERT_TRUE(RunTool("cd '" + dir + "' && mkdir sub && printf hello >a.txt && head -c 1000 /dev/zero >'sub/Grüße.txt' &&"
+                        " touch -d '2021-06-01 12:34:56' a.txt sub 'sub/Grüße.txt' && " + c.write));
+    const std::string path = dir + "/t." + c.ext;
+    SimulatedPlatform sim;
+    PlatformRef real = std::make_shared<LinuxPlatform>();
+    for (const Listing& l : {ListBytes(sim, ReadHostFile(path), c.ext), ListFile(real, path, c.ext)}) {
+      std::string seen;
+      for (const auto& e : l.entries) {
+        seen += e.Path + "|" + e.FileName + "|" + std::to_string(e.Size) + "|" + e.Comments + ";";
+        EXPECT_EQ(e.Method == 0 ? c.method : e.Method, c.method) << e;  // folders are stored
+        EXPECT_DOUBLE_EQ(e.Modified, DateSerial(2021, 6, 1, 12, 34, 56)) << e;
+      }
+      EXPECT_EQ(seen, c.entries) << c.tool;
+    }
+    std::filesystem::remove_all(dir);
+  }
 }
 
 }  // namespace
