@@ -85,19 +85,15 @@ TEST_F(LinuxListingTest, RealFolderWithEveryKindOfEntry) {
   EXPECT_EQ(Row("hiddendir"), nullptr);
   EXPECT_EQ(Row("pipe"), nullptr);
   EXPECT_NE(Row("sub"), nullptr);
-}
 
-TEST_F(LinuxListingTest, RefreshInPlaceOnARealFolder) {
-  Write("a.txt", "x");
-  Write("b.txt", "x");
-  viewer->setCurrentfolder(dir);
+  // Refreshed in place after changes on disk.
+  const int32_t before = viewer->Items()->Count();
   unlink((dir + "/a.txt").c_str());
   Write("c.txt", "x");
   viewer->RefreshView(false);
   EXPECT_EQ(Row("a.txt"), nullptr);
-  EXPECT_NE(Row("b.txt"), nullptr);
   EXPECT_NE(Row("c.txt"), nullptr);
-  EXPECT_EQ(viewer->Items()->Count(), 3);
+  EXPECT_EQ(viewer->Items()->Count(), before);
 }
 
 TEST_F(LinuxListingTest, RootFolderKeepsItsSeparator) {
