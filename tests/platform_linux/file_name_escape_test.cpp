@@ -10,10 +10,7 @@ namespace nxfv {
 namespace {
 
 TEST(FileNameEscape, EscapesExactlyTheBytesThatAreNotUtf8) {
-  struct Case {
-    std::string raw;
-    std::string text;
-  } cases[] = {
+  struct Case { std::string raw, text; } cases[] = {
       {"caf\xC3\xA9.txt", "caf\xC3\xA9.txt"},               // valid UTF-8 stays
       {"caf\xE9.txt", "caf\\xE9.txt"},                      // Latin-1 byte
       {"\xC3", "\\xC3"},                                    // truncated sequence

@@ -2,11 +2,8 @@
 #include "platform/linux/linux_file_system.h"
 
 #include <gtest/gtest.h>
-#include <sys/socket.h>
-#include <sys/un.h>
 #include <sys/wait.h>
 
-#include <cstring>
 #include <functional>
 #include <map>
 
@@ -47,27 +44,16 @@ TEST_F(LinuxFileSystemTest, EnumerateMapsEveryKindOfEntry) {
     ASSERT_EQ(symlink(target, (dir / link).c_str()), 0) << link;
   }
   ASSERT_EQ(mkfifo((dir / "fifo").c_str(), 0644), 0);
-  const int sock = socket(AF_UNIX, SOCK_STREAM, 0);
-  sockaddr_un addr{};
-  addr.sun_family = AF_UNIX;
-  const std::string socketPath = dir / "sock";
-  ASSERT_LT(socketPath.size(), sizeof addr.sun_path);
-  std::memcpy(addr.sun_path, socketPath.c_str(), socketPath.size() + 1);
-  ASSERT_EQ(bind(sock, reinterpret_cast<sockaddr*>(&addr), sizeof addr), 0);
-  close(sock);
 
   const auto entries = ListAll(fs, dir.path());
-  struct Case {
-    const char* name;
-    uint32_t attributes;
-  } cases[] = {
+  struct Case { const char* name; uint32_t attributes; } cases[] = {
       {"plain.txt", kAttrNormal},      {"locked.txt", kAttrReadOnly},
       {"secret.txt", kAttrHidden},     {".hidden", kAttrNormal},
       {"folder", kAttrDirectory},      {"secret-dir", kAttrDirectory | kAttrHidden},
       {"locked-dir", kAttrDirectory | kAttrReadOnly},
       {"link-file", kAttrReparsePoint}, {"link-dir", kAttrReparsePoint | kAttrDirectory},
       {"link-dangling", kAttrReparsePoint}, {"loop-a", kAttrReparsePoint}, {"loop-b", kAttrReparsePoint},
-      {"fifo", kAttrSystem},           {"sock", kAttrSystem},
+      {"fifo", kAttrSystem},
   };
   EXPECT_EQ(entries.size(), std::size(cases)) << "\".\" and \"..\" are not reported";
   for (const Case& c : cases) {
@@ -90,12 +76,8 @@ TEST_F(LinuxFileSystemTest, EnumerateReportsTheThreeTimes) {
   constexpr uint64_t k1970 = 116444736000000000ull;
   EXPECT_EQ(f.lastAccessTime, k1970 + 16000000000000000ull + 1234567);
   EXPECT_EQ(f.lastWriteTime, k1970 + 15000000000000000ull + 9876543);
-  // Birth time when the file system keeps one (just now), else the write time.
-  if (f.creationTime != f.lastWriteTime) {
-    const uint64_t now = k1970 + static_cast<uint64_t>(time(nullptr)) * 10000000ull;
-    EXPECT_LE(f.creationTime, now + 10000000ull);
-    EXPECT_GE(f.creationTime + 600 * 10000000ull, now);
-  }
+  // Birth time (now, after both) when the file system keeps one, else the write time.
+  EXPECT_TRUE(f.creationTime == f.lastWriteTime || f.creationTime > f.lastAccessTime) << f.creationTime;
 }
 
 TEST_F(LinuxFileSystemTest, SizesAbove4GiBSplitIntoHighAndLow) {
@@ -145,8 +127,9 @@ TEST_F(LinuxFileSystemTest, EnumerationStopsWhenAskedAndFailsOnWhatIsNoFolder) {
     ADD_FAILURE() << "visited";
     return true;
   };
-  for (const std::string& path : {dir / "missing", dir / "file", dir / "dangling", std::string()})
+  for (const std::string& path : {dir / "missing", dir / "file", dir / "dangling", std::string()}) {
     EXPECT_FALSE(fs.Enumerate(path, never)) << path;
+  }
   uint32_t attributes = 99;
   EXPECT_FALSE(fs.GetAttributes(dir / "missing", attributes));
   EXPECT_EQ(attributes, 99u);
@@ -186,28 +169,12 @@ TEST_F(LinuxFileSystemTest, UnsearchableFolderStillListsNamesWithoutDetails) {
   }));
 }
 
-TEST_F(LinuxFileSystemTest, VolumeNamesAndTheTemporaryFolder) {
-  std::string name;
-  EXPECT_TRUE(fs.VolumeFileSystemName("/proc", name));
-  EXPECT_EQ(name, "proc");
-  EXPECT_FALSE(fs.VolumeFileSystemName(dir / "missing", name));
-  const std::string temp = fs.TempPath();
-  ASSERT_FALSE(temp.empty());
-  EXPECT_EQ(temp.back(), '/');
-  uint32_t attributes = 0;
-  EXPECT_TRUE(fs.GetAttributes(temp, attributes) && (attributes & kAttrDirectory) != 0) << temp;
-}
-
-TEST_F(LinuxFileSystemTest, PositionedReadsStopAtTheEnd) {
+TEST_F(LinuxFileSystemTest, PositionedReadsStopAtTheEndAndVolumeNames) {
   ASSERT_TRUE(dir.WriteFile("data", "0123456789"));
   auto file = fs.OpenForRead(dir / "data");
   ASSERT_NE(file, nullptr);
   EXPECT_EQ(file->Size(), 10u);
-  struct Case {
-    uint64_t offset;
-    size_t n;
-    std::string expected;
-  } cases[] = {
+  struct Case { uint64_t offset; size_t n; std::string expected; } cases[] = {
       {6, 4, "6789"}, {8, 5, "89"}, {10, 1, ""}, {UINT64_MAX, 1, ""}, {uint64_t{1} << 63, 1, ""},
   };
   for (const Case& c : cases) {
@@ -217,6 +184,10 @@ TEST_F(LinuxFileSystemTest, PositionedReadsStopAtTheEnd) {
   }
   EXPECT_EQ(fs.OpenForRead(dir / "missing"), nullptr);
   EXPECT_EQ(fs.OpenForRead(dir.path()), nullptr) << "a folder is not a file";
+  std::string name;
+  EXPECT_TRUE(fs.VolumeFileSystemName("/proc", name) && name == "proc") << name;
+  EXPECT_FALSE(fs.VolumeFileSystemName(dir / "missing", name));
+  EXPECT_EQ(fs.TempPath().back(), '/');
 }
 
 TEST_F(LinuxFileSystemTest, WholeFilesWriteReplaceAndReadBack) {

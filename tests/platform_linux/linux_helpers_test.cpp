@@ -15,11 +15,7 @@ namespace {
 // The kinds a test folder cannot hold (devices, compression); the rest is
 // checked on a real folder.
 TEST(MapAttributes, KindsOutsideATestFolder) {
-  struct Case {
-    const char* what;
-    EntryFacts facts;
-    uint32_t expected;
-  } cases[] = {
+  struct Case { const char* what; EntryFacts facts; uint32_t expected; } cases[] = {
       {"compressed file", {S_IFREG | 0644, false, false, true}, kAttrCompressed},
       {"group-writable only", {S_IFREG | 0464}, kAttrReadOnly},
       {"character device", {S_IFCHR | 0666}, kAttrSystem},
@@ -30,11 +26,7 @@ TEST(MapAttributes, KindsOutsideATestFolder) {
 }
 
 TEST(UnixTimeToFileTime, ConvertsAtTheRangeEnds) {
-  struct Case {
-    int64_t seconds;
-    uint32_t nanoseconds;
-    uint64_t expected;
-  } cases[] = {
+  struct Case { int64_t seconds; uint32_t nanoseconds; uint64_t expected; } cases[] = {
       {0, 0, 116444736000000000ull},                    // 1970-01-01
       {0, 999, 116444736000000009ull},                  // nanoseconds / 100, truncated
       {-11644473600, 0, 0},                             // 1601-01-01 itself
@@ -56,10 +48,7 @@ TEST(HiddenNames, ParsesOneRawNamePerLine) {
 }
 
 TEST(FileSystemNameForMagic, NamesTheCommonFileSystems) {
-  struct Case {
-    uint64_t magic;
-    const char* name;
-  } cases[] = {
+  struct Case { uint64_t magic; const char* name; } cases[] = {
       {0x4d44, "FAT"}, {0x2011BAB0, "FAT"},  // vfat/msdos and exfat alike
       {0xEF53, "ext4"}, {0x12345678, "unknown"},
       {0xFFFFFFFF9123683Eull, "btrfs"},  // f_type sign-extended

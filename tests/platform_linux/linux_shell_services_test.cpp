@@ -38,12 +38,7 @@ class LinuxIconsTest : public ::testing::Test {
 TEST_F(LinuxIconsTest, IconNamesByAttributesOrByTheFileItself) {
   constexpr uint32_t kByPath = kShgfiSysIconIndex | kShgfiSmallIcon;
   constexpr uint32_t kByAttributes = kByPath | kShgfiUseFileAttributes;
-  struct Case {
-    std::string path;
-    uint32_t attributes;
-    uint32_t flags;
-    const char* icon;
-  } cases[] = {
+  struct Case { std::string path; uint32_t attributes, flags; const char* icon; } cases[] = {
       {"/nowhere/X.TXT", kAttrNormal, kByAttributes, "text-x-generic"},
       {"/nowhere/pic.png", kAttrNormal, kByAttributes, "image-x-generic"},
       {"/nowhere/noext", kAttrNormal, kByAttributes, "application-x-generic"},
@@ -57,32 +52,22 @@ TEST_F(LinuxIconsTest, IconNamesByAttributesOrByTheFileItself) {
       {dir / "missing.txt", kAttrNormal, kByPath, "(none)"},
   };
   for (const Case& c : cases) EXPECT_EQ(IconName(c.path, c.attributes, c.flags), c.icon) << c.path;
-}
-
-TEST_F(LinuxIconsTest, OneIndexPerIconName) {
-  const uint32_t flags = kShgfiSysIconIndex | kShgfiUseFileAttributes;
-  const int32_t txt = icons.SysIconIndex("a.txt", kAttrNormal, flags);
-  EXPECT_NE(txt, 0);
-  EXPECT_EQ(icons.SysIconIndex("b.log", kAttrNormal, flags), txt) << "both are generic text";
-  EXPECT_EQ(icons.SysIconIndex("d", kAttrDirectory, flags), 1) << "folder is always the first icon";
+  // One stable index per icon name; the folder is always the first icon.
+  EXPECT_EQ(icons.SysIconIndex("a.txt", kAttrNormal, kByAttributes), icons.SysIconIndex("b.log", 0, kByAttributes));
+  EXPECT_EQ(icons.SysIconIndex("d", kAttrDirectory, kByAttributes), 1);
   const int32_t fresh = table.IndexOf("my-new-icon");
   EXPECT_EQ(table.IndexOf("my-new-icon"), fresh);
   EXPECT_EQ(table.NameOf(fresh), "my-new-icon");
   for (int32_t bad : {0, -1, fresh + 1}) EXPECT_EQ(table.NameOf(bad), "") << bad;
 }
 
-TEST(LinuxMessageBox, AnswersWithTheButtonThatGoesOnLeast) {
-  struct Case {
-    int32_t style;
-    int32_t answer;
-  } cases[] = {
+TEST(LinuxMessageBox, AnswersWithTheButtonThatGoesOnLeastOrTheHandlers) {
+  struct Case { int32_t style, answer; } cases[] = {
       {kMbOkOnly | kMbInformation, kAnswerOk}, {kMbYesNoCancel, kAnswerCancel},
       {kMbYesNo, kAnswerNo},                   {kMbAbortRetryIgnore, kAnswerAbort},
   };
   for (const Case& c : cases) EXPECT_EQ(LinuxMessageBox::UnattendedAnswer(c.style), c.answer) << c.style;
-}
-
-TEST(LinuxMessageBox, WritesToStandardErrorUnlessAHandlerTakesOver) {
+  // Unattended boxes go to standard error, one line each, unless a handler takes over.
   LinuxMessageBox box;
   ::testing::internal::CaptureStderr();
   EXPECT_EQ(box.Show("Error: 5.\r\nbad\n", kMbRetryCancel | kMbCritical, "Add item 457"), kAnswerCancel);
@@ -102,9 +87,7 @@ TEST(LinuxMessageBox, WritesToStandardErrorUnlessAHandlerTakesOver) {
 TEST(LinuxPlatform, DrivesAndStartFolder) {
   LinuxPlatform platform;
   const std::vector<std::string> drives = platform.Drives();
-  ASSERT_FALSE(drives.empty());
   EXPECT_NE(std::find(drives.begin(), drives.end(), "/"), drives.end());
-  for (const std::string& d : drives) EXPECT_EQ(d.front(), '/') << d;
 
   const char* saved = getenv("HOME");
   const std::string restore = saved != nullptr ? saved : "";
