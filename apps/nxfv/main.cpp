@@ -7,12 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "nxfv/entries_command.h"
 #include "nxfv/list_command.h"
 #include "platform/linux/linux_platform.h"
-#if __has_include("nxfv/entries_command.h")
-#include "nxfv/entries_command.h"
-#define NXFV_HAS_ENTRIES 1
-#endif
 
 namespace {
 
@@ -62,9 +59,7 @@ int main(int argc, char** argv) {
       std::fflush(nullptr);
       std::_Exit(rc);
     }
-#ifdef NXFV_HAS_ENTRIES
     if (command == "entries") return nxfv::cli::RunEntriesCommand(args, *platform, std::cout, std::cerr);
-#endif
   } catch (const std::exception& e) {
     std::cerr << "nxfv: " << e.what() << "\n";
     return 1;

@@ -43,4 +43,10 @@ CivilDateTime FileTimeToCivil(uint64_t fileTime);
 // Fails (false) for fields outside the calendar or before 1601.
 bool CivilToFileTime(const CivilDateTime& civil, uint64_t& fileTime);
 
+// DOS date and time words (as archives store them) to a file time, with no
+// time-zone shift: fails and leaves 0 for a month outside 1-12, day 0 or
+// past the month's end, hour > 23, minute or second > 59. Both platforms'
+// DosDateTimeToFileTime answer with this rule.
+bool DosWordsToFileTime(uint16_t dosDate, uint16_t dosTime, uint64_t& fileTime);
+
 }  // namespace nxfv

@@ -37,15 +37,7 @@ bool LinuxTime::FileTimeToLocalFileTime(uint64_t utc, uint64_t& local) {
 }
 
 bool LinuxTime::DosDateTimeToFileTime(uint16_t dosDate, uint16_t dosTime, uint64_t& fileTime) {
-  fileTime = 0;
-  CivilDateTime c;
-  c.year = 1980 + (dosDate >> 9);
-  c.month = (dosDate >> 5) & 15;
-  c.day = dosDate & 31;
-  c.hour = dosTime >> 11;
-  c.minute = (dosTime >> 5) & 63;
-  c.second = (dosTime & 31) * 2;
-  return CivilToFileTime(c, fileTime);
+  return DosWordsToFileTime(dosDate, dosTime, fileTime);
 }
 
 // ---- Locale ----------------------------------------------------------------

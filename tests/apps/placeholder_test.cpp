@@ -1,1 +1,0 @@
-// Keeps the test binary buildable until its first test file lands.
