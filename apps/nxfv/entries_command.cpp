@@ -13,33 +13,6 @@ namespace nxfv::cli {
 
 namespace {
 
-// Appends text as a JSON string. Runs of bytes that need no escape are
-// copied at once; the reader's text is valid UTF-8 already.
-void AppendJsonText(std::string& out, std::string_view text) {
-  static constexpr char kHex[] = "0123456789abcdef";
-  out += '"';
-  size_t run = 0;
-  for (size_t i = 0; i < text.size(); ++i) {
-    const auto c = static_cast<unsigned char>(text[i]);
-    if (c >= 0x20 && c != '"' && c != '\\') continue;
-    out.append(text, run, i - run);
-    run = i + 1;
-    switch (c) {
-      case '"': out += "\\\""; break;
-      case '\\': out += "\\\\"; break;
-      case '\n': out += "\\n"; break;
-      case '\r': out += "\\r"; break;
-      case '\t': out += "\\t"; break;
-      default:
-        out += "\\u00";
-        out += kHex[c >> 4];
-        out += kHex[c & 15];
-    }
-  }
-  out.append(text, run, text.size() - run);
-  out += '"';
-}
-
 void AppendInt(std::string& out, int32_t value) {
   char buf[16];
   const auto result = std::to_chars(buf, buf + sizeof buf, value);
@@ -62,9 +35,9 @@ class JsonLines : public cArchiveEvents {
     b += ",\"Total\":";
     AppendInt(b, Total);
     b += ",\"FileName\":";
-    AppendJsonText(b, FileName);
+    AppendJsonString(b, FileName);
     b += ",\"ArchiveExt\":";
-    AppendJsonText(b, ArchiveExt);
+    AppendJsonString(b, ArchiveExt);
     b += ",\"Modified\":";
     if (Modified != lastModified_ || modifiedText_.empty()) {
       // Shortest form that reads back exactly; entries mostly share dates.
@@ -82,13 +55,13 @@ class JsonLines : public cArchiveEvents {
     b += ",\"Attr\":";
     AppendInt(b, Attr);
     b += ",\"Path\":";
-    AppendJsonText(b, Path);
+    AppendJsonString(b, Path);
     b += ",\"flags\":";
     AppendInt(b, flags);
     b += ",\"CRC\":";
     AppendInt(b, CRC);
     b += ",\"Comments\":";
-    AppendJsonText(b, Comments);
+    AppendJsonString(b, Comments);
     b += "}\n";
     if (b.size() >= kBlock) Flush();
   }

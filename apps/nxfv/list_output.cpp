@@ -36,10 +36,15 @@ void Pad(std::string& out, size_t n) { out.append(n, ' '); }
 }  // namespace
 
 void AppendJsonString(std::string& out, std::string_view text) {
-  static const char* kHex = "0123456789abcdef";
+  // Runs of bytes that need no escape are copied at once.
+  static constexpr char kHex[] = "0123456789abcdef";
   out += '"';
-  for (char ch : text) {
-    const auto c = static_cast<unsigned char>(ch);
+  size_t run = 0;
+  for (size_t i = 0; i < text.size(); ++i) {
+    const auto c = static_cast<unsigned char>(text[i]);
+    if (c >= 0x20 && c != '"' && c != '\\') continue;
+    out.append(text, run, i - run);
+    run = i + 1;
     switch (c) {
       case '"': out += "\\\""; break;
       case '\\': out += "\\\\"; break;
@@ -47,15 +52,12 @@ void AppendJsonString(std::string& out, std::string_view text) {
       case '\r': out += "\\r"; break;
       case '\t': out += "\\t"; break;
       default:
-        if (c < 0x20) {
-          out += "\\u00";
-          out += kHex[c >> 4];
-          out += kHex[c & 15];
-        } else {
-          out += ch;
-        }
+        out += "\\u00";
+        out += kHex[c >> 4];
+        out += kHex[c & 15];
     }
   }
+  out.append(text, run, text.size() - run);
   out += '"';
 }
 
