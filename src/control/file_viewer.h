@@ -190,6 +190,8 @@ class FileViewer : public Object, public std::enable_shared_from_this<FileViewer
                        Variant& Parameter, bool& operationok);
   void AnnounceNewView(const std::string& location);
   void UpdateSortIndicators();
+  void ApplySortColumns(const std::vector<SortState>& columns);
+  void ApplyColumnClick(int32_t columnIndex, bool ctrlHeld);
   // Bytes a row's sort key will take (with its 4-byte record header).
   size_t SortKeyBytes() const;
   void AddArchiveEntry(int32_t Index, int32_t Total, const std::string& FileName, const std::string& ArchiveExt,

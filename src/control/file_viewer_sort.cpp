@@ -3,6 +3,7 @@
 #include "columns/sort_keys.h"
 #include "control/file_viewer.h"
 #include "platform/error_state.h"
+#include "shell/show_error.h"
 
 namespace nxfv {
 
@@ -18,6 +19,15 @@ std::vector<SortState> FileViewer::SortColumns() const {
 }
 
 void FileViewer::SetSortColumns(const std::vector<SortState>& columns) {
+  try {
+    ApplySortColumns(columns);
+  } catch (const std::exception& e) {
+    RecordException(e);
+    ShowError(*platform_, ".SortView");
+  }
+}
+
+void FileViewer::ApplySortColumns(const std::vector<SortState>& columns) {
   sortColumnCount_ = 0;
   for (const SortState& s : columns) {
     if (sortColumnCount_ == kMaxSortColumns) break;
@@ -29,6 +39,15 @@ void FileViewer::SetSortColumns(const std::vector<SortState>& columns) {
 }
 
 void FileViewer::ClickColumnHeader(int32_t columnIndex, bool ctrlHeld) {
+  try {
+    ApplyColumnClick(columnIndex, ctrlHeld);
+  } catch (const std::exception& e) {
+    RecordException(e);
+    ShowError(*platform_, ".ColumnClick");
+  }
+}
+
+void FileViewer::ApplyColumnClick(int32_t columnIndex, bool ctrlHeld) {
   if (columnIndex < 0 || columnIndex >= listView_.ColumnCount()) return;
   if (events_) events_->ColumnClick(listView_.Column(columnIndex));
   const std::string key = listView_.Column(columnIndex).key;
