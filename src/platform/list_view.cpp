@@ -98,6 +98,17 @@ void ListRow::Store(int32_t index, std::string_view text) {
     lastSubItem_ = static_cast<uint16_t>(index);
     return;
   }
+  if (index == lastSubItem_ && index > 0) {
+    // Replacing the last text (a new sort key) needs no rebuild: cut it off
+    // and append the new one in the same buffer.
+    size_t last = 0;
+    for (size_t at = 0; at + 4 <= packed_.size(); at += 4 + ReadU16(packed_.view(), at + 2)) last = at;
+    packed_.truncate(last);
+    AppendU16(packed_, static_cast<uint16_t>(index));
+    AppendU16(packed_, static_cast<uint16_t>(text.size()));
+    packed_.append(text);
+    return;
+  }
   std::string out;
   out.reserve(packed_.size() + text.size() + 4);
   bool written = false;

@@ -52,6 +52,9 @@ class PackedTexts {
   void reserve(size_t n);
   void append(std::string_view bytes);
   void assign(std::string_view bytes);
+  void truncate(size_t size) {
+    if (size < size_) size_ = static_cast<uint32_t>(size);
+  }
 
  private:
   std::unique_ptr<char[]> data_;

@@ -40,9 +40,10 @@ TEST(ListViewTest, ColumnKeysAndSubItems) {
   r.SetSubItem(2, "12 KB");
   r.SetSubItem(1, "txt");
   r.SetSubItem(2, "");  // replaced by an empty text, still present
+  r.SetSubItem(20, "a longer sort key");  // the last text replaced in place
   EXPECT_EQ(r.SubItem(1), "txt");
   EXPECT_EQ(r.SubItem(2), "");
-  EXPECT_EQ(r.SubItem(20), "sortkey");
+  EXPECT_EQ(r.SubItem(20), "a longer sort key");
   EXPECT_TRUE(r.HasSubItem(2));
   EXPECT_FALSE(r.HasSubItem(3));
   EXPECT_EQ(ErrorOf([&] { r.SetSubItem(0, "x"); }), 5);
