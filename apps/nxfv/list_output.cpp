@@ -136,8 +136,8 @@ void WriteListTable(const FileViewer& viewer, std::ostream& out) {
   line([&](size_t i) { return std::string_view(lv.Column(cols[i]).caption); });
   for (size_t r = 0; r < lv.RowCount(); ++r) {
     lv.PrefetchAhead(r);
-    load(lv.Row(r));
-    line([&](size_t i) { return cells[static_cast<size_t>(cols[i])]; });
+    const ListRow& row = lv.Row(r);
+    line([&](size_t i) { return cols[i] == 0 ? row.Text() : row.SubItem(cols[i]); });
   }
 }
 

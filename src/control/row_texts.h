@@ -27,17 +27,21 @@ class RowTexts {
   }
   // Writes the texts in column order, with room for spare more bytes.
   void WriteTo(ListRow& row, size_t spare) {
-    std::sort(texts_.begin(), texts_.begin() + static_cast<std::ptrdiff_t>(count_),
-              [](const auto& a, const auto& b) { return a.first < b.first; });
+    // Sort small positions, not the texts themselves.
+    std::array<uint8_t, kMaxTexts> order;
+    for (size_t i = 0; i < count_; ++i) order[i] = static_cast<uint8_t>(i);
+    std::sort(order.begin(), order.begin() + static_cast<std::ptrdiff_t>(count_),
+              [&](uint8_t a, uint8_t b) { return texts_[a].first < texts_[b].first; });
     size_t bytes = spare;
     for (size_t i = 0; i < count_; ++i) bytes += texts_[i].second.size() + 4;
     row.ReserveTexts(bytes);
-    for (size_t i = 0; i < count_; ++i) row.SetSubItem(texts_[i].first, texts_[i].second);
+    for (size_t i = 0; i < count_; ++i) row.SetSubItem(texts_[order[i]].first, texts_[order[i]].second);
     count_ = 0;
   }
 
  private:
-  std::array<std::pair<int32_t, std::string>, 24> texts_;
+  static constexpr size_t kMaxTexts = 24;
+  std::array<std::pair<int32_t, std::string>, kMaxTexts> texts_;
   size_t count_ = 0;
 };
 

@@ -261,15 +261,20 @@ void ListView::Sort(int32_t sortColumn) {
   std::vector<Keyed> keyed;
   keyed.reserve(rows_.size());
   std::vector<size_t> widths(static_cast<size_t>(ColumnCount()), 0);
-  std::vector<std::string_view> cells;
+  std::vector<int32_t> shown;
+  for (int32_t c = 1; c < ColumnCount(); ++c)
+    if (columns_[static_cast<size_t>(c)].width > 0) shown.push_back(c);
   for (size_t i = 0; i < rows_.size(); ++i) {
     PrefetchAhead(i);
     if (measureContent_) {
+      // Only the shown columns are measured; their texts come first in most
+      // rows, so each lookup stops early.
       const ListRow& row = *rows_[i];
-      row.SubItemsInto(cells, widths.size());
-      cells[0] = row.Text();
-      for (size_t c = 0; c < widths.size(); ++c)
-        if (!cells[c].empty() && columns_[c].width > 0) widths[c] = std::max(widths[c], CodePointCount(cells[c]));
+      if (!widths.empty()) widths[0] = std::max(widths[0], CodePointCount(row.Text()));
+      for (int32_t c : shown) {
+        const std::string_view cell = row.SubItem(c);
+        if (!cell.empty()) widths[static_cast<size_t>(c)] = std::max(widths[static_cast<size_t>(c)], CodePointCount(cell));
+      }
     }
     const std::string_view t = text(static_cast<uint32_t>(i));
     keyed.push_back({bigEndian(t, 0), bigEndian(t, 8), static_cast<uint32_t>(i), static_cast<uint32_t>(t.size())});
