@@ -1,5 +1,6 @@
 #include "columns/sort_keys.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "platform/list_view.h"
@@ -11,6 +12,12 @@ namespace {
 
 bool IsDateColumn(std::string_view k) { return k == "mod" || k == "tim" || k == "cre" || k == "acc"; }
 bool IsSizeColumn(std::string_view k) { return k == "siz" || k == "cmp"; }
+
+bool IsAscii(std::string_view s) {
+  for (char c : s)
+    if (static_cast<unsigned char>(c) >= 0x80) return false;
+  return true;
+}
 
 // Digits become letters: ascending 0->A .. 9->J, descending 0->J .. 9->A.
 void DigitsToLetters(std::string& s, bool descending) {
@@ -110,9 +117,21 @@ std::string BuildRowSortKey(const ListRow& row, std::string_view typeText, const
     } else if (IsSizeColumn(col.key)) {
       key += SizeSortBody(text, col.descending, ctx.thousandsSeparator);
     } else {
-      const std::string upper = ctx.upper ? ctx.upper(text) : Utf8Upper(text);
       // The extension column is short by nature: five characters order it.
-      key += TextSortBody(upper, col.descending, col.key == "ext" ? 5 : 26);
+      const size_t keep = col.key == "ext" ? 5 : 26;
+      if (IsAscii(text.substr(0, std::min(text.size(), keep)))) {
+        // Every case mapping agrees on ASCII letters: no call out, no copy.
+        char upper[26];
+        const size_t n = std::min(text.size(), keep);
+        for (size_t i = 0; i < n; ++i) {
+          const char c = text[i];
+          upper[i] = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+        }
+        key += TextSortBody(std::string_view(upper, n), col.descending, keep);
+      } else {
+        const std::string upper = ctx.upper ? ctx.upper(text) : Utf8Upper(text);
+        key += TextSortBody(upper, col.descending, keep);
+      }
     }
   }
   return key;
