@@ -4,6 +4,7 @@
 #pragma once
 
 #include <map>
+#include <unordered_map>
 #include <string>
 #include <vector>
 
@@ -92,8 +93,8 @@ class SimIcons : public IconService {
 
  private:
   SimFileSystem* files_;
-  std::map<std::string, int32_t> extensionIcons_;
-  std::map<std::string, int32_t> pathIcons_;
+  std::unordered_map<std::string, int32_t> extensionIcons_;
+  std::unordered_map<std::string, int32_t> pathIcons_;
   std::vector<Lookup> lookups_;
 };
 
