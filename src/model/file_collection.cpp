@@ -266,24 +266,23 @@ bool NxFileCollection::Add(const Variant& item, const std::string& key, int32_t 
   }
 }
 
+NxFileCollection::Lookup NxFileCollection::ResolveSlot(const Variant& positionOrKey, uint32_t& slot) const {
+  if (positionOrKey.IsString()) {
+    slot = FindSlot(positionOrKey.TextView());
+    return slot == KeyHashIndex::kNone ? Lookup::KeyMissing : Lookup::Found;
+  }
+  if (!IsPositionKind(positionOrKey)) return Lookup::BadType;
+  return SlotAtNumber(positionOrKey, slot) ? Lookup::Found : Lookup::PositionMissing;
+}
+
 bool NxFileCollection::Remove(const Variant& positionOrKey) {
   try {
     uint32_t slot = 0;
-    if (positionOrKey.IsString()) {
-      const std::string_view key = positionOrKey.TextView();
-      slot = FindSlot(key);
-      if (slot == KeyHashIndex::kNone) {
-        Show("Remove item. Key not found");
-        return false;
-      }
-    } else if (IsPositionKind(positionOrKey)) {
-      if (!SlotAtNumber(positionOrKey, slot)) {
-        Show("Remove item 9");
-        return false;
-      }
-    } else {
-      Show("Remove item. Invalid datatype");
-      return false;
+    switch (ResolveSlot(positionOrKey, slot)) {
+      case Lookup::KeyMissing: Show("Remove item. Key not found"); return false;
+      case Lookup::PositionMissing: Show("Remove item 9"); return false;
+      case Lookup::BadType: Show("Remove item. Invalid datatype"); return false;
+      case Lookup::Found: break;
     }
     RemoveSlot(slot);
     return true;
@@ -297,15 +296,11 @@ bool NxFileCollection::Remove(const Variant& positionOrKey) {
 std::shared_ptr<NxFileListItem> NxFileCollection::Item(const Variant& vIndexKey) {
   try {
     uint32_t slot = 0;
-    if (vIndexKey.IsString()) {
-      const std::string_view key = vIndexKey.TextView();
-      slot = FindSlot(key);
-      if (slot == KeyHashIndex::kNone) return nullptr;
-    } else if (IsPositionKind(vIndexKey)) {
-      if (!SlotAtNumber(vIndexKey, slot)) return nullptr;
-    } else {
-      Show("Item. Invalid datatype");
-      return nullptr;
+    switch (ResolveSlot(vIndexKey, slot)) {
+      case Lookup::BadType: Show("Item. Invalid datatype"); return nullptr;
+      case Lookup::KeyMissing:
+      case Lookup::PositionMissing: return nullptr;
+      case Lookup::Found: break;
     }
     return SlotRef(slot).item.As<NxFileListItem>();
   } catch (const std::exception& e) {
@@ -318,18 +313,11 @@ std::shared_ptr<NxFileListItem> NxFileCollection::Item(const Variant& vIndexKey)
 Variant NxFileCollection::InternalItem(const Variant& positionOrKey) {
   try {
     uint32_t slot = 0;
-    if (positionOrKey.IsString()) {
-      const std::string_view key = positionOrKey.TextView();
-      slot = FindSlot(key);
-      if (slot == KeyHashIndex::kNone) {
-        Show("Item. Key not found.");
-        return Variant();
-      }
-    } else if (IsPositionKind(positionOrKey)) {
-      if (!SlotAtNumber(positionOrKey, slot)) return Variant();
-    } else {
-      Show("Item. Invalid datatype.");
-      return Variant();
+    switch (ResolveSlot(positionOrKey, slot)) {
+      case Lookup::KeyMissing: Show("Item. Key not found."); return Variant();
+      case Lookup::BadType: Show("Item. Invalid datatype."); return Variant();
+      case Lookup::PositionMissing: return Variant();
+      case Lookup::Found: break;
     }
     return SlotRef(slot).item;
   } catch (const std::exception& e) {
@@ -347,25 +335,14 @@ bool NxFileCollection::Move(const Variant& from, int32_t option, const Variant& 
     }
     // Resolves a position or key to a position; false after its message.
     auto resolve = [&](const Variant& v, int64_t& position) {
-      if (v.IsString()) {
-      const std::string_view key = v.TextView();
-        const uint32_t slot = FindSlot(key);
-        if (slot == KeyHashIndex::kNone) {
-          Show("Move Item. Key not found.");
-          return false;
-        }
-        position = PositionOfSlot(slot);
-        return true;
-      }
-      if (!IsPositionKind(v)) {
-        Show("Move Item. Invalid datatype.");
-        return false;
-      }
       uint32_t slot = 0;
-      if (!ToPosition(v, position) || !SlotAtPosition(position, slot)) {
-        Show("Move Item. 9");
-        return false;
+      switch (ResolveSlot(v, slot)) {
+        case Lookup::KeyMissing: Show("Move Item. Key not found."); return false;
+        case Lookup::BadType: Show("Move Item. Invalid datatype."); return false;
+        case Lookup::PositionMissing: Show("Move Item. 9"); return false;
+        case Lookup::Found: break;
       }
+      position = PositionOfSlot(slot);
       return true;
     };
     int64_t fromPos = 0, toPos = 0;

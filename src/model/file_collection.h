@@ -170,6 +170,9 @@ class NxFileCollection : public Object, public std::enable_shared_from_this<NxFi
   int32_t PositionOfSlot(uint32_t slot) const;
   // Slot at a position given as a Variant number; false when outside.
   bool SlotAtNumber(const Variant& number, uint32_t& slot) const;
+  // How a position-or-key argument resolves: to a slot, or why not.
+  enum class Lookup { Found, KeyMissing, PositionMissing, BadType };
+  Lookup ResolveSlot(const Variant& positionOrKey, uint32_t& slot) const;
   bool SlotAtPosition(int64_t position, uint32_t& slot) const;
   int64_t UpperBound() const;  // of the positions, base when empty
   void MoveSlotTo(uint32_t slot, int64_t target);
