@@ -11,6 +11,12 @@ namespace {
 
 bool IsAscii(char c) { return static_cast<unsigned char>(c) < 0x80; }
 
+// Text mode folds every character to its simple lowercase mapping (one code
+// point to one, over all of Unicode): two keys are one when their folded
+// forms are equal. ASCII folds here without a call, everything else through
+// ToLowerCp's table. Order and hash both work on the folded units, so they
+// agree with equality even where a character folds to ASCII (the Kelvin
+// sign to 'k').
 char32_t FoldAscii(char32_t c) { return (c >= 'A' && c <= 'Z') ? c + ('a' - 'A') : c; }
 
 // One unit of the comparison order. A character maps to its first UTF-16

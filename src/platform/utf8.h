@@ -18,8 +18,9 @@ std::string FromU32(std::u32string_view text);
 size_t CodePointCount(std::string_view text);
 bool IsValidUtf8(std::string_view text);
 
-// Simple case mapping of one code point (ASCII, Latin-1, Latin Extended-A,
-// Greek and Cyrillic basic ranges).
+// Unicode's simple (one-to-one) case mapping of one code point, over all of
+// Unicode; ASCII never reaches the table. The strings map code point by code point
+// and keep bytes that are not valid UTF-8 as they are.
 char32_t ToUpperCp(char32_t c);
 char32_t ToLowerCp(char32_t c);
 std::string Utf8Upper(std::string_view text);

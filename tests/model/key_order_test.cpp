@@ -1,5 +1,5 @@
-// The building blocks of the keyed collection: key comparison and the hash
-// index (the position list is checked through the collection).
+// The building blocks of the keyed collection: case mapping, key comparison
+// and the hash index (the position list is checked through the collection).
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -9,6 +9,8 @@
 
 #include "model/key_compare.h"
 #include "model/key_hash_index.h"
+#include "platform/case_table.h"
+#include "platform/utf8.h"
 
 namespace nxfv {
 namespace {
@@ -33,6 +35,54 @@ TEST(KeyCompareTest, OrderAndEqualityUnderBothModes) {
     EXPECT_EQ((back < 0) - (back > 0), c.expected) << c.a << " vs " << c.b << " text " << c.text;
     EXPECT_EQ(KeysEqual(c.a, c.b, c.text), c.expected == 0) << c.a << " vs " << c.b;
     EXPECT_TRUE(c.expected != 0 || HashKey(c.a, c.text) == HashKey(c.b, c.text)) << c.a;
+  }
+}
+
+TEST(CaseMappingTest, SimpleMappingsOverAllOfUnicode) {
+  struct Case { char32_t c, lower, upper; } cases[] = {
+      {U'A', U'a', U'A'},           {U'\0', U'\0', U'\0'},
+      {U'\uFF21', U'\uFF41', U'\uFF21'},  // full-width letters
+      {U'\U00010428', U'\U00010428', U'\U00010400'},  // Deseret, beyond the 16-bit range
+      {U'\u0130', U'i', U'\u0130'},  // dotted capital I lowers to ASCII
+      {U'\u212A', U'k', U'\u212A'},  // Kelvin sign
+      {U'\u017F', U'\u017F', U'S'},  // long s: upper S, no lower mapping of its own
+      {U'\u00DF', U'\u00DF', U'\u00DF'},  // sharp s upper-cases to two letters: no simple mapping
+      {U'\u1E9E', U'\u00DF', U'\u1E9E'},
+      {U'\u01C5', U'\u01C6', U'\u01C4'},  // title-case digraph
+      {U'\u03C2', U'\u03C2', U'\u03A3'},  // final sigma
+      {U'\u00D7', U'\u00D7', U'\u00D7'},  // sign between the Latin-1 letter ranges
+      {U'\u0378', U'\u0378', U'\u0378'},  // unassigned
+      {U'\U0010FFFF', U'\U0010FFFF', U'\U0010FFFF'},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(ToLowerCp(c.c), c.lower) << std::hex << static_cast<uint32_t>(c.c);
+    EXPECT_EQ(ToUpperCp(c.c), c.upper) << std::hex << static_cast<uint32_t>(c.c);
+    EXPECT_EQ(SimpleLowercase(c.c), c.lower) << std::hex << static_cast<uint32_t>(c.c);
+  }
+}
+
+TEST(KeyCompareTest, TextModeFoldsCaseOverAllOfUnicode) {
+  // Two characters are one key when their simple lowercase mappings agree.
+  struct Case { std::u32string a, b; bool oneKey; } cases[] = {
+      {U"\uFF21", U"\uFF41", true},  {U"\u1EA0", U"\u1EA1", true},  {U"\u01CD", U"\u01CE", true},
+      {U"\u0386", U"\u03AC", true},  {U"\u0531", U"\u0561", true},  {U"\U00010400", U"\U00010428", true},
+      {U"\u212A", U"K", true},       {U"\u1E9E", U"\u00DF", true},  {U"\u01C4", U"\u01C5", true},
+      {U"\u03C3", U"\u03C2", false},  // final sigma has no lowercase mapping to sigma
+      {U"\u017F", U"s", false},       {U"\u0131", U"i", false},  {U"\u00DF", U"ss", false},
+      {U"\u0386", U"\u0391", false},  // the accent keeps them apart
+  };
+  for (const Case& c : cases) {
+    // Around ASCII too, so that the fast path hands over at the right place.
+    for (const bool wrapped : {false, true}) {
+      const std::string a = FromU32(wrapped ? U"x" + c.a + U"Y" : c.a);
+      const std::string b = FromU32(wrapped ? U"X" + c.b + U"y" : c.b);
+      const int got = CompareKeys(a, b, true), back = CompareKeys(b, a, true);
+      EXPECT_EQ(got == 0, c.oneKey) << a << " vs " << b;
+      EXPECT_EQ((got > 0) - (got < 0), (back < 0) - (back > 0)) << a << " vs " << b;
+      EXPECT_EQ(KeysEqual(a, b, true), c.oneKey) << a << " vs " << b;
+      EXPECT_TRUE(!c.oneKey || HashKey(a, true) == HashKey(b, true)) << a << " vs " << b;
+      EXPECT_FALSE(KeysEqual(a, b, false)) << a << " vs " << b;
+    }
   }
 }
 
