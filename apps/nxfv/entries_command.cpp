@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "archive/archive_reader.h"
+#include "nxfv/arguments.h"
 #include "nxfv/list_output.h"
 #include "platform/platform.h"
 #include "platform/utf8.h"
@@ -79,49 +80,6 @@ class JsonLines : public cArchiveEvents {
   std::string modifiedText_;
 };
 
-struct EntriesOptions {
-  std::string archive;
-  std::string ext;
-  bool hasExt = false;
-};
-
-// 0 parsed, 2 usage error (message written), -1 --help.
-int ParseArgs(const std::vector<std::string>& args, EntriesOptions& o, std::ostream& err) {
-  bool haveArchive = false;
-  bool optionsDone = false;
-  for (size_t i = 0; i < args.size(); ++i) {
-    const std::string& a = args[i];
-    if (!optionsDone && (a == "--help" || a == "-h")) return -1;
-    if (!optionsDone && a == "--") {
-      optionsDone = true;
-    } else if (!optionsDone && a == "--ext") {
-      if (i + 1 >= args.size()) {
-        err << "nxfv entries: option --ext needs a value\n";
-        return 2;
-      }
-      o.ext = args[++i];
-      o.hasExt = true;
-    } else if (!optionsDone && a.rfind("--ext=", 0) == 0) {
-      o.ext = a.substr(6);
-      o.hasExt = true;
-    } else if (!optionsDone && a.size() > 1 && a[0] == '-') {
-      err << "nxfv entries: unknown option " << a << " (see nxfv --help)\n";
-      return 2;
-    } else if (!haveArchive) {
-      o.archive = a;
-      haveArchive = true;
-    } else {
-      err << "nxfv entries: only one ARCHIVE may be given\n";
-      return 2;
-    }
-  }
-  if (!haveArchive) {
-    err << "nxfv entries: missing ARCHIVE (see nxfv --help)\n";
-    return 2;
-  }
-  return 0;
-}
-
 }  // namespace
 
 std::string EntriesUsage() {
@@ -143,15 +101,16 @@ std::string DefaultArchiveExt(const std::string& path) {
 
 int RunEntriesCommand(const std::vector<std::string>& args, Platform& platform, std::ostream& out,
                       std::ostream& err) {
-  EntriesOptions o;
-  const int parsed = ParseArgs(args, o, err);
-  if (parsed == -1) {
-    out << EntriesUsage();
+  const CommandSyntax syntax{"entries", "ARCHIVE", {{"--ext", true}}};
+  const std::optional<ParsedArguments> parsed = ParseArguments(args, syntax, err);
+  if (!parsed) return 2;
+  if (parsed->help) {
+    out << EntriesUsage() << OptionSyntaxUsage();
     return 0;
   }
-  if (parsed != 0) return parsed;
+  const std::string& archive = parsed->positional;
 
-  std::string path = o.archive;
+  std::string path = archive;
   if (platform.Separator() == '/' && !path.empty() && path[0] != '/') {
     std::error_code ec;
     const auto absolute = std::filesystem::absolute(path, ec);
@@ -159,19 +118,19 @@ int RunEntriesCommand(const std::vector<std::string>& args, Platform& platform, 
   }
   uint32_t attributes = 0;
   if (!platform.Files().GetAttributes(path, attributes)) {
-    err << "nxfv: " << o.archive << ": no such file\n";
+    err << "nxfv: " << archive << ": no such file\n";
     return 1;
   }
   if (attributes & kAttrDirectory) {
-    err << "nxfv: " << o.archive << ": is a folder, not an archive\n";
+    err << "nxfv: " << archive << ": is a folder, not an archive\n";
     return 1;
   }
   if (!platform.Files().OpenForRead(path)) {
-    err << "nxfv: " << o.archive << ": cannot be opened for reading\n";
+    err << "nxfv: " << archive << ": cannot be opened for reading\n";
     return 1;
   }
 
-  const std::string ext = o.hasExt ? o.ext : DefaultArchiveExt(o.archive);
+  const std::string ext = parsed->Has("--ext") ? parsed->Value("--ext") : DefaultArchiveExt(archive);
   if (ext != "zip" && ext != ".zip" && ext != "cab" && ext != ".cab") {
     err << "nxfv entries: extension '" << ext << "' selects no reader; nothing listed (use --ext zip or cab)\n";
   }

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "control/file_viewer.h"
+#include "nxfv/arguments.h"
 #include "nxfv/list_output.h"
 #include "platform/error_state.h"
 #include "platform/platform.h"
@@ -67,60 +68,25 @@ bool ParseSort(const std::string& text, std::vector<SortState>& out, std::string
   return true;
 }
 
-// Returns 0 when parsed, 2 on a usage error (message written), -1 for --help.
-int ParseArgs(const std::vector<std::string>& args, ListOptions& o, std::ostream& err) {
-  bool havePath = false;
-  for (size_t i = 0; i < args.size(); ++i) {
-    const std::string& a = args[i];
-    auto value = [&](std::string& v) {
-      if (i + 1 >= args.size()) {
-        err << "nxfv list: option " << a << " needs a value\n";
-        return false;
-      }
-      v = args[++i];
-      return true;
-    };
-    std::string v;
-    if (a == "--help" || a == "-h") return -1;
-    if (a == "--json") o.json = true;
-    else if (a == "--no-files") o.noFiles = true;
-    else if (a == "--no-folders") o.noFolders = true;
-    else if (a == "--no-hidden") o.noHidden = true;
-    else if (a == "--no-system") o.noSystem = true;
-    else if (a == "--no-goup") o.noGoUp = true;
-    else if (a == "--pattern") {
-      if (!value(o.pattern)) return 2;
-      o.hasPattern = true;
-    } else if (a == "--view-options") {
-      if (!value(v)) return 2;
-      if (!ParseInt(v, o.viewOptions)) {
-        err << "nxfv list: --view-options needs a number, not '" << v << "'\n";
-        return 2;
-      }
-      o.hasViewOptions = true;
-    } else if (a == "--sort") {
-      if (!value(v)) return 2;
-      std::string error;
-      if (!ParseSort(v, o.sort, error)) {
-        err << "nxfv list: --sort: " << error << "\n";
-        return 2;
-      }
-    } else if (a.size() > 1 && a[0] == '-' && a != "-") {
-      err << "nxfv list: unknown option " << a << " (see nxfv --help)\n";
-      return 2;
-    } else if (!havePath) {
-      o.path = a;
-      havePath = true;
-    } else {
-      err << "nxfv list: only one PATH may be given\n";
-      return 2;
-    }
-  }
-  if (!havePath) {
-    err << "nxfv list: missing PATH (see nxfv --help)\n";
-    return 2;
-  }
-  return 0;
+std::string CheckViewOptions(const std::string& value) {
+  int32_t n = 0;
+  return ParseInt(value, n) ? "" : "--view-options needs a number, not '" + value + "'";
+}
+
+// Reads the options into o; their checks already accepted every value. The
+// sort columns are already there: the check of --sort collects them.
+void ReadOptions(const ParsedArguments& args, ListOptions& o) {
+  o.path = args.positional;
+  o.json = args.Has("--json");
+  o.noFiles = args.Has("--no-files");
+  o.noFolders = args.Has("--no-folders");
+  o.noHidden = args.Has("--no-hidden");
+  o.noSystem = args.Has("--no-system");
+  o.noGoUp = args.Has("--no-goup");
+  o.hasPattern = args.Has("--pattern");
+  o.pattern = args.Value("--pattern");
+  o.hasViewOptions = args.Has("--view-options");
+  if (o.hasViewOptions) ParseInt(args.Value("--view-options"), o.viewOptions);
 }
 
 }  // namespace
@@ -141,12 +107,29 @@ std::string ListUsage() {
 int RunListCommand(const std::vector<std::string>& args, Platform& platform, std::ostream& out,
                    std::ostream& err, std::shared_ptr<Object>* keepAlive) {
   ListOptions o;
-  const int parsed = ParseArgs(args, o, err);
-  if (parsed == -1) {
-    out << ListUsage();
+  // Repeated --sort options add up: the limit counts the columns of all of them.
+  const CommandSyntax syntax{
+      "list",
+      "PATH",
+      {{"--json"},
+       {"--no-files"},
+       {"--no-folders"},
+       {"--no-hidden"},
+       {"--no-system"},
+       {"--no-goup"},
+       {"--pattern", true},
+       {"--view-options", true, CheckViewOptions},
+       {"--sort", true, [&o](const std::string& keys) {
+          std::string error;
+          return ParseSort(keys, o.sort, error) ? std::string() : "--sort: " + error;
+        }}}};
+  const std::optional<ParsedArguments> parsed = ParseArguments(args, syntax, err);
+  if (!parsed) return 2;
+  if (parsed->help) {
+    out << ListUsage() << OptionSyntaxUsage();
     return 0;
   }
-  if (parsed != 0) return parsed;
+  ReadOptions(*parsed, o);
 
   std::string path = o.path;
   if (platform.Separator() == '/' && !path.empty() && path[0] != '/') {

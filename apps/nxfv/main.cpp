@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "nxfv/arguments.h"
 #include "nxfv/entries_command.h"
 #include "nxfv/list_command.h"
 #include "platform/linux/linux_platform.h"
@@ -25,7 +26,9 @@ std::string Usage() {
       "  line. EXT chooses the reader (default: the file's extension, lower case).\n"
       "nxfv --help\n"
       "  This text.\n"
-      "\n"
+      "\n";
+  u += nxfv::cli::OptionSyntaxUsage();
+  u +=
       "Message boxes are printed to standard error as: nxfv: [TITLE] TEXT\n"
       "Exit codes: 0 success, 1 missing path, 2 usage error.\n";
   return u;
@@ -49,6 +52,7 @@ int main(int argc, char** argv) {
     return 0;
   }
   auto platform = std::make_shared<nxfv::LinuxPlatform>();
+  platform->MessageBoxHandler().SetPrefix("nxfv");  // "nxfv: [TITLE] TEXT" on standard error
   nxfv::SetActivePlatform(platform);
   try {
     if (command == "list") {

@@ -67,11 +67,14 @@ TEST(LinuxMessageBox, AnswersWithTheButtonThatGoesOnLeastOrTheHandlers) {
       {kMbYesNo, kAnswerNo},                   {kMbAbortRetryIgnore, kAnswerAbort},
   };
   for (const Case& c : cases) EXPECT_EQ(LinuxMessageBox::UnattendedAnswer(c.style), c.answer) << c.style;
-  // Unattended boxes go to standard error, one line each, unless a handler takes over.
+  // Unattended boxes go to standard error, one line each, after the host's
+  // prefix if it set one, unless a handler takes over.
   LinuxMessageBox box;
   ::testing::internal::CaptureStderr();
   EXPECT_EQ(box.Show("Error: 5.\r\nbad\n", kMbRetryCancel | kMbCritical, "Add item 457"), kAnswerCancel);
-  EXPECT_EQ(::testing::internal::GetCapturedStderr(), "nxfv: [Add item 457] Error: 5.\\nbad\\n\n");
+  box.SetPrefix("host");
+  box.Show("x", kMbOkOnly, "T");
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(), "[Add item 457] Error: 5.\\nbad\\n\nhost: [T] x\n");
 
   std::string seen;
   box.SetHandler([&](const std::string& text, int32_t style, const std::string& title) {

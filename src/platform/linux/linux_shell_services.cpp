@@ -54,8 +54,9 @@ int32_t LinuxIcons::SysIconIndex(const std::string& path, uint32_t attributes, u
   return table.IndexOf(executable ? kIconExecutable : kIconGenericFile);
 }
 
-std::string LinuxMessageBox::FormatLine(const std::string& text, const std::string& title) {
-  std::string line = "nxfv: [" + title + "] ";
+std::string LinuxMessageBox::FormatLine(const std::string& text, const std::string& title) const {
+  std::string line = prefix_.empty() ? std::string() : prefix_ + ": ";
+  line += "[" + title + "] ";
   for (char c : text) {
     if (c == '\n') line += "\\n";
     else if (c != '\r') line += c;

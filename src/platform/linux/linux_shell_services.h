@@ -44,22 +44,28 @@ class LinuxIcons : public IconService {
 };
 
 // Hands every box to a host-supplied handler; by default prints
-// "nxfv: [TITLE] TEXT" on standard error and answers as a box without a
-// user would: the button that goes on least (Cancel, No, Abort), else OK.
+// "PREFIX: [TITLE] TEXT" on standard error ("[TITLE] TEXT" while the prefix
+// is empty, as it is until the host names itself) and answers as a box
+// without a user would: the button that goes on least (Cancel, No, Abort),
+// else OK.
 class LinuxMessageBox : public MessageBoxService {
  public:
   using Handler = std::function<int32_t(const std::string& text, int32_t style, const std::string& title)>;
   int32_t Show(const std::string& text, int32_t style, const std::string& title) override;
   void SetHandler(Handler h) { handler_ = std::move(h); }
+  // The host's name at the start of every line, e.g. "nxfv".
+  void SetPrefix(std::string prefix) { prefix_ = std::move(prefix); }
+  const std::string& Prefix() const { return prefix_; }
 
   // The one line written for a box: line breaks shown as "\n", CR dropped.
-  static std::string FormatLine(const std::string& text, const std::string& title);
+  std::string FormatLine(const std::string& text, const std::string& title) const;
   // The answer of a box nobody can press: Cancel where the style has one,
   // No for Yes/No, Abort for Abort/Retry/Ignore, OK otherwise.
   static int32_t UnattendedAnswer(int32_t style);
 
  private:
   Handler handler_;
+  std::string prefix_;
 };
 
 class LinuxUi : public UiService {
