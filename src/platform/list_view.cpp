@@ -22,7 +22,71 @@ void AppendU16(PackedTexts& s, uint16_t v) {
   const char bytes[2] = {static_cast<char>(v & 0xFF), static_cast<char>(v >> 8)};
   s.append(std::string_view(bytes, 2));
 }
+// Asks the processor to fetch an address ahead of use; a hint only, so a
+// compiler without the builtin simply does nothing.
+inline void PrefetchAddress(const void* p) {
+#if defined(__GNUC__) || defined(__clang__)
+  __builtin_prefetch(p);
+#else
+  (void)p;
+#endif
+}
 }  // namespace
+
+template <class Call>
+void ListView::Notify(const Call& call) {
+  if (batchDepth_ > 0) {
+    batchChanged_ = true;
+    return;
+  }
+  if (observers_.empty()) return;
+  ++notifying_;
+  // Observers added during the call hear from the next notification on;
+  // removed ones are null until the outermost notification compacts.
+  const size_t count = observers_.size();
+  for (size_t i = 0; i < count; ++i) {
+    ListViewObserver* o = observers_[i];
+    if (!o) continue;
+    try {
+      call(*o);
+    } catch (...) {
+      // The model is already consistent; an observer's fault must not reach
+      // the code that changed it, nor keep the other observers uninformed.
+    }
+  }
+  if (--notifying_ == 0) std::erase(observers_, nullptr);
+}
+
+void ListView::AddObserver(ListViewObserver* o) {
+  if (o && std::find(observers_.begin(), observers_.end(), o) == observers_.end()) observers_.push_back(o);
+}
+
+void ListView::RemoveObserver(ListViewObserver* o) {
+  const auto it = std::find(observers_.begin(), observers_.end(), o);
+  if (it == observers_.end() || !o) return;
+  if (notifying_ > 0) {
+    *it = nullptr;  // the loop under way still indexes this vector
+  } else {
+    observers_.erase(it);
+  }
+}
+
+void ListView::EndBatch() {
+  if (batchDepth_ == 0 || --batchDepth_ > 0 || !batchChanged_) return;
+  batchChanged_ = false;
+  Notify([](ListViewObserver& o) { o.OnReset(); });
+}
+
+void ListRow::PrefetchTexts() const { PrefetchAddress(packed_.data()); }
+
+void ListView::PrefetchRow(size_t index) const {
+  if (index < rows_.size()) PrefetchAddress(rows_[index].get());
+}
+
+void ListView::PrefetchAhead(size_t index) const {
+  PrefetchRow(index + 16);
+  if (index + 8 < rows_.size()) rows_[index + 8]->PrefetchTexts();
+}
 
 void PackedTexts::reserve(size_t n) {
   if (n <= capacity_) return;
@@ -78,13 +142,43 @@ bool ListRow::HasSubItem(int32_t index) const {
 }
 
 void ListRow::SetText(std::string_view text) {
+  if (text.size() > 0xFFFF) text = text.substr(0, 0xFFFF);
+  const bool changed = view_ && view_->WantsRowChanges() && Text() != text;
   textIsKey_ = text == key_;
   if (!textIsKey_ || HasSubItem(0)) Store(0, textIsKey_ ? std::string_view() : text);
+  if (changed) view_->Notify([row = Index()](ListViewObserver& o) { o.OnRowChanged(row, 0); });
 }
 
 void ListRow::SetSubItem(int32_t index, std::string_view text) {
   if (index <= 0 || index > 0xFFFF) RaiseError(kErrInvalidCall);
+  if (text.size() > 0xFFFF) text = text.substr(0, 0xFFFF);
+  const bool changed = view_ && view_->WantsRowChanges() && SubItem(index) != text;
   Store(index, text);
+  if (changed) view_->Notify([row = Index(), index](ListViewObserver& o) { o.OnRowChanged(row, index); });
+}
+
+void ListRow::SetImage(int32_t image) {
+  if (image_ == image) return;
+  image_ = image;
+  if (view_) view_->Notify([row = Index()](ListViewObserver& o) { o.OnRowImageChanged(row); });
+}
+
+void ListRow::SetTag(int64_t tag) {
+  if (tag_ == tag) return;
+  tag_ = tag;
+  if (view_) view_->Notify([row = Index()](ListViewObserver& o) { o.OnRowStateChanged(row); });
+}
+
+void ListRow::SetSelected(bool s) {
+  if (selected_ == s) return;
+  selected_ = s;
+  if (view_) view_->Notify([row = Index()](ListViewObserver& o) { o.OnSelectionChanged(row); });
+}
+
+void ListRow::SetChecked(bool c) {
+  if (checked_ == c) return;
+  checked_ = c;
+  if (view_) view_->Notify([row = Index()](ListViewObserver& o) { o.OnCheckChanged(row); });
 }
 
 void ListRow::Store(int32_t index, std::string_view text) {
@@ -145,12 +239,49 @@ int32_t ListView::AddColumn(const std::string& key, const std::string& caption, 
   columns_.push_back(std::move(c));
   const auto index = static_cast<int32_t>(columns_.size() - 1);
   columnIndex_.emplace(key, index);
+  Notify([](ListViewObserver& o) { o.OnColumnsChanged(); });
   return index;
 }
 
 void ListView::ClearColumns() {
+  if (columns_.empty()) return;
   columns_.clear();
   columnIndex_.clear();
+  Notify([](ListViewObserver& o) { o.OnColumnsChanged(); });
+}
+
+ListColumn& ListView::ColumnAt(int32_t index) {
+  if (index < 0 || static_cast<size_t>(index) >= columns_.size()) RaiseError(kErrSubscript);
+  return columns_[static_cast<size_t>(index)];
+}
+
+void ListView::SetColumnCaption(int32_t index, std::string caption) {
+  ListColumn& c = ColumnAt(index);
+  if (c.caption == caption) return;
+  c.caption = std::move(caption);
+  Notify([](ListViewObserver& o) { o.OnColumnsChanged(); });
+}
+
+void ListView::SetColumnWidth(int32_t index, int32_t width) {
+  ListColumn& c = ColumnAt(index);
+  if (c.width == width) return;
+  c.width = width;
+  Notify([](ListViewObserver& o) { o.OnColumnsChanged(); });
+}
+
+void ListView::SetColumnOrder(int32_t index, int32_t order) {
+  ListColumn& c = ColumnAt(index);
+  if (c.order == order) return;
+  c.order = order;
+  Notify([](ListViewObserver& o) { o.OnColumnsChanged(); });
+}
+
+void ListView::SetColumnSortIndicator(int32_t index, int32_t indicator, int32_t priority) {
+  ListColumn& c = ColumnAt(index);
+  if (c.sortIndicator == indicator && c.sortPriority == priority) return;
+  c.sortIndicator = indicator;
+  c.sortPriority = priority;
+  Notify([](ListViewObserver& o) { o.OnSortChanged(); });
 }
 
 int32_t ListView::FindColumn(std::string_view key) const {
@@ -181,6 +312,8 @@ ListRow& ListView::AddRowWithKey(SharedText key, std::string_view text) {
     rows_.pop_back();
     RaiseError(kErrKeyNotUnique);
   }
+  raw->view_ = this;  // its own text above was no change anyone could see
+  Notify([at = raw->Index()](ListViewObserver& o) { o.OnRowsInserted(at, 1); });
   return *raw;
 }
 
@@ -206,6 +339,7 @@ bool ListView::RemoveRow(size_t index) {
   rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(index));
   Renumber(index);
   RebuildRowIndex();
+  Notify([index](ListViewObserver& o) { o.OnRowsRemoved(index, 1); });
   return true;
 }
 
@@ -216,10 +350,24 @@ bool ListView::RemoveRowByKey(std::string_view key) {
 
 size_t ListView::RemoveRowsIf(const std::function<bool(const ListRow&)>& remove) {
   contentWidths_.clear();
+  // Runs of removed rows (first, count), kept only when someone will hear
+  // of them one by one.
+  struct Run {
+    size_t first, count;
+  };
+  std::vector<Run> runs;
+  const bool tellRuns = batchDepth_ == 0 && !observers_.empty();
   size_t out = 0;
   for (size_t i = 0; i < rows_.size(); ++i) {
     if (remove(*rows_[i])) {
       rows_[i].reset();
+      if (tellRuns) {
+        if (!runs.empty() && runs.back().first + runs.back().count == i) {
+          ++runs.back().count;
+        } else {
+          runs.push_back({i, 1});
+        }
+      }
     } else {
       if (out != i) rows_[out] = std::move(rows_[i]);
       rows_[out]->index_ = static_cast<uint32_t>(out);
@@ -229,14 +377,20 @@ size_t ListView::RemoveRowsIf(const std::function<bool(const ListRow&)>& remove)
   const size_t removed = rows_.size() - out;
   rows_.resize(out);
   if (removed) RebuildRowIndex();
+  if (removed && batchDepth_ > 0) batchChanged_ = true;
+  // Last run first: the earlier runs' indices are still right after it.
+  for (auto run = runs.rbegin(); run != runs.rend(); ++run)
+    Notify([&run](ListViewObserver& o) { o.OnRowsRemoved(run->first, run->count); });
   return removed;
 }
 
 void ListView::ClearRows() {
   contentWidths_.clear();
   rowIndex_.Clear();
+  const size_t count = rows_.size();
   rows_.clear();
   topRow_ = -1;
+  if (count) Notify([count](ListViewObserver& o) { o.OnRowsRemoved(0, count); });
 }
 
 void ListView::Sort(int32_t sortColumn) {
@@ -314,6 +468,7 @@ void ListView::Sort(int32_t sortColumn) {
   Renumber(0);
   RebuildRowIndex();
   if (measureContent_) contentWidths_ = std::move(widths);
+  Notify([](ListViewObserver& o) { o.OnSortChanged(); });
 }
 
 }  // namespace nxfv

@@ -14,6 +14,45 @@
 // Sorting is ascending by the sort column's text, ordinal (byte) order,
 // stable. Complexity: key lookups O(1) on average; AddRow amortised O(1);
 // RemoveRowsIf O(n) in one pass; Sort O(n log n).
+//
+// Observers (ListViewObserver) let front ends follow the model instead of
+// polling it. What fires when:
+//   AddRow, AddRowWithKey      OnRowsInserted(index, 1)
+//   RemoveRow, RemoveRowByKey  OnRowsRemoved(index, 1)
+//   RemoveRowsIf               one OnRowsRemoved per contiguous run of removed
+//                              rows, last run first, each with the indices
+//                              the run had before it was removed (so an
+//                              observer that applies them in turn to its own
+//                              copy stays in step); nothing when none matched
+//   ClearRows                  OnRowsRemoved(0, old count) when there were rows
+//   Sort                       OnSortChanged, once per call
+//   AddColumn, ClearColumns, SetColumnCaption/Width/Order   OnColumnsChanged
+//   SetColumnSortIndicator     OnSortChanged
+//   ListRow::SetText           OnRowChanged(row, 0)
+//   ListRow::SetSubItem(k)     OnRowChanged(row, k)
+//   ListRow::SetImage          OnRowImageChanged
+//   ListRow::SetTag            OnRowStateChanged
+//   ListRow::SetSelected       OnSelectionChanged
+//   ListRow::SetChecked        OnCheckChanged
+// Setters notify only when the value actually changes (an unset sub-item
+// set to "" is no change). View state (visibility, view style, top row,
+// refresh count) and writes through the non-const Column() are not
+// notified.
+//
+// Every notification comes after the change is complete, to the observers
+// in the order they were added. An observer may add or remove observers
+// (itself included) and change the model from inside a notification: a
+// removed observer hears nothing more, not even the rest of the current
+// notification; an added one hears from the next notification on. An
+// exception thrown by an observer is swallowed and the next observer is
+// notified: the change has already been made, and no observer's fault may
+// reach the code that changed the model (a Batch ends in a destructor).
+//
+// Batches: while at least one batch is open nothing is notified; when the
+// outermost batch closes and anything changed, every observer hears exactly
+// one OnReset. Batches nest. Bulk work (a listing, a refill) should batch:
+// inside a batch the setters do not even compare old and new values once
+// the batch is known to have changed something.
 #pragma once
 
 #include <cstdint>
@@ -24,6 +63,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "platform/list_view_observer.h"
 #include "platform/row_key_index.h"
 #include "platform/shared_text.h"
 
@@ -62,6 +102,8 @@ class PackedTexts {
   uint32_t capacity_ = 0;
 };
 
+class ListView;
+
 class ListRow {
  public:
   std::string_view Key() const { return key_; }
@@ -80,18 +122,18 @@ class ListRow {
   // byColumn is resized to at least columnCount. One pass over the row.
   void SubItemsInto(std::vector<std::string_view>& byColumn, size_t columnCount) const;
   int32_t Image() const { return image_; }
-  void SetImage(int32_t image) { image_ = image; }
+  void SetImage(int32_t image);
   int64_t Tag() const { return tag_; }
-  void SetTag(int64_t tag) { tag_ = tag; }
+  void SetTag(int64_t tag);
   bool Selected() const { return selected_; }
-  void SetSelected(bool s) { selected_ = s; }
+  void SetSelected(bool s);
   bool Checked() const { return checked_; }
-  void SetChecked(bool c) { checked_ = c; }
+  void SetChecked(bool c);
   // 0-based position in the view.
   size_t Index() const { return index_; }
   // Asks the processor to fetch the row's texts ahead of use. Walks over a
   // million rows are bound by memory latency, not by work.
-  void PrefetchTexts() const { __builtin_prefetch(packed_.data()); }
+  void PrefetchTexts() const;
   // Makes room for bytes of texts (each text takes 4 more), so that a row
   // filled column by column grows in one step.
   void ReserveTexts(size_t bytes) { packed_.reserve(bytes); }
@@ -102,6 +144,10 @@ class ListRow {
   void Store(int32_t index, std::string_view text);
 
   SharedText key_;
+  // The view that holds the row, which hears of its changes (null for a row
+  // outside any view). Rows are 56 bytes with it, still one 64-byte heap
+  // block each.
+  ListView* view_ = nullptr;
   // Sub-items packed as [uint16 index][uint16 length][bytes]... in index
   // order: a million rows with a handful of texts each stay small. Entry 0
   // holds the row's text when it differs from the key.
@@ -120,18 +166,46 @@ enum ViewStyles : int16_t { FvIcon = 0, FvSmallIcon = 1, FvList = 2, FvReport = 
 class ListView {
  public:
   ListView();
+  // Rows point back at their view, so a view stays where it was made.
+  ListView(const ListView&) = delete;
+  ListView& operator=(const ListView&) = delete;
+
+  // Observers: several, not owned, notified in the order added. Adding one
+  // that is already there or null does nothing; removing is safe from
+  // inside a notification.
+  void AddObserver(ListViewObserver* o);
+  void RemoveObserver(ListViewObserver* o);
+  // Bulk changes: see the batch rules above. EndBatch without an open batch
+  // does nothing.
+  void BeginBatch() { ++batchDepth_; }
+  void EndBatch();
+  class Batch {
+   public:
+    explicit Batch(ListView& view) : view_(view) { view_.BeginBatch(); }
+    ~Batch() { view_.EndBatch(); }
+    Batch(const Batch&) = delete;
+    Batch& operator=(const Batch&) = delete;
+
+   private:
+    ListView& view_;
+  };
 
   // Columns.
   int32_t AddColumn(const std::string& key, const std::string& caption, int32_t width);
   void ClearColumns();
   int32_t ColumnCount() const { return static_cast<int32_t>(columns_.size()); }
   const ListColumn& Column(int32_t index) const { return columns_.at(static_cast<size_t>(index)); }
+  // to be removed: use the setters
   ListColumn& Column(int32_t index) { return columns_.at(static_cast<size_t>(index)); }
   // Index of the column with key, or -1.
   int32_t FindColumn(std::string_view key) const;
   // Index of the column with key; error 35601 "Element not found" if absent.
   int32_t ColumnIndex(std::string_view key) const;
-  void SetColumnWidth(int32_t index, int32_t width) { Column(index).width = width; }
+  // Header changes; an index out of range is error 9.
+  void SetColumnCaption(int32_t index, std::string caption);
+  void SetColumnWidth(int32_t index, int32_t width);
+  void SetColumnOrder(int32_t index, int32_t order);
+  void SetColumnSortIndicator(int32_t index, int32_t indicator, int32_t priority);
 
   // Rows.
   ListRow& AddRow(std::string_view key, std::string_view text);
@@ -142,14 +216,9 @@ class ListView {
   const ListRow& Row(size_t index) const { return *rows_.at(index); }
   // Fetches the row at index ahead of use (see ListRow::PrefetchTexts);
   // nothing past the end.
-  void PrefetchRow(size_t index) const {
-    if (index < rows_.size()) __builtin_prefetch(rows_[index].get());
-  }
+  void PrefetchRow(size_t index) const;
   // Both steps for a forward walk that is now at index.
-  void PrefetchAhead(size_t index) const {
-    PrefetchRow(index + 16);
-    if (index + 8 < rows_.size()) rows_[index + 8]->PrefetchTexts();
-  }
+  void PrefetchAhead(size_t index) const;
   ListRow* FindRow(std::string_view key);
   const ListRow* FindRow(std::string_view key) const;
   bool RemoveRow(size_t index);
@@ -187,6 +256,14 @@ class ListView {
   void Refresh() { ++refreshes_; }
 
  private:
+  friend class ListRow;
+  // Tells every observer through call(observer), or marks the open batch.
+  template <class Call>
+  void Notify(const Call& call);
+  // Whether a row setter should compare old and new values: someone hears
+  // of it, and no open batch already knows it changed.
+  bool WantsRowChanges() const { return !observers_.empty() && !(batchDepth_ > 0 && batchChanged_); }
+  ListColumn& ColumnAt(int32_t index);
   void Renumber(size_t from);
 
   std::vector<ListColumn> columns_;
@@ -202,6 +279,10 @@ class ListView {
   ViewStyles viewStyle_ = FvReport;
   int64_t topRow_ = -1;
   int64_t refreshes_ = 0;
+  std::vector<ListViewObserver*> observers_;  // null where one left mid-notification
+  int32_t notifying_ = 0;                     // nested notifications under way
+  int32_t batchDepth_ = 0;
+  bool batchChanged_ = false;
 };
 
 }  // namespace nxfv

@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "platform/error_state.h"
 
 namespace nxfv {
@@ -78,6 +83,169 @@ TEST(ListViewTest, KeysStayFoundAfterSortsAndRemovals) {
   EXPECT_EQ(lv.FindRow("k10")->Key(), "k10");
   lv.AddRow("k3", "again");
   EXPECT_EQ(lv.FindRow("k3")->Index(), lv.RowCount() - 1);
+}
+
+// Writes every notification into a shared log as one short word, and runs
+// an optional hook after each (to act from inside a notification).
+class Recorder : public ListViewObserver {
+ public:
+  explicit Recorder(std::vector<std::string>& log, std::string name = "") : log_(log), name_(std::move(name)) {}
+  std::function<void()> hook;
+
+  void OnReset() override { Log("reset"); }
+  void OnRowsInserted(size_t first, size_t count) override { Log("ins" + Range(first, count)); }
+  void OnRowsRemoved(size_t first, size_t count) override { Log("del" + Range(first, count)); }
+  void OnRowChanged(size_t row, int32_t column) override { Log("row" + std::to_string(row) + "." + std::to_string(column)); }
+  void OnRowImageChanged(size_t row) override { Log("img" + std::to_string(row)); }
+  void OnRowStateChanged(size_t row) override { Log("state" + std::to_string(row)); }
+  void OnSelectionChanged(size_t row) override { Log("sel" + std::to_string(row)); }
+  void OnCheckChanged(size_t row) override { Log("chk" + std::to_string(row)); }
+  void OnColumnsChanged() override { Log("cols"); }
+  void OnSortChanged() override { Log("sort"); }
+
+ private:
+  static std::string Range(size_t first, size_t count) { return std::to_string(first) + "+" + std::to_string(count); }
+  void Log(const std::string& what) {
+    log_.push_back(name_ + what);
+    if (hook) hook();
+  }
+  std::vector<std::string>& log_;
+  std::string name_;
+};
+
+std::string Joined(const std::vector<std::string>& log) {
+  std::string out;
+  for (const auto& s : log) out += (out.empty() ? "" : ",") + s;
+  return out;
+}
+
+// Columns nam, ext; rows a..e with texts A..E and sub-item 1 "z".."v".
+void FillFive(ListView& lv) {
+  lv.AddColumn("nam", "Name", 100);
+  lv.AddColumn("ext", "Ext", 50);
+  const char* keys[] = {"a", "b", "c", "d", "e"};
+  for (int i = 0; i < 5; ++i) lv.AddRow(keys[i], std::string(1, static_cast<char>('A' + i))).SetSubItem(1, std::string(1, static_cast<char>('z' - i)));
+}
+
+TEST(ListViewObserverTest, EachMutationNotifiesOnlyWhenSomethingChanged) {
+  struct Case {
+    const char* name;
+    std::function<void(ListView&)> change;
+    const char* expected;
+  } cases[] = {
+      {"add row", [](ListView& lv) { lv.AddRow("f", "F"); }, "ins5+1"},
+      {"text", [](ListView& lv) { lv.Row(1).SetText("b2"); }, "row1.0"},
+      {"text back to the key", [](ListView& lv) { lv.Row(1).SetText("b"); }, "row1.0"},
+      {"sub-item", [](ListView& lv) { lv.Row(1).SetSubItem(3, "x"); }, "row1.3"},
+      {"image", [](ListView& lv) { lv.Row(2).SetImage(7); }, "img2"},
+      {"tag", [](ListView& lv) { lv.Row(2).SetTag(9); }, "state2"},
+      {"selected", [](ListView& lv) { lv.Row(3).SetSelected(true); }, "sel3"},
+      {"checked", [](ListView& lv) { lv.Row(3).SetChecked(true); }, "chk3"},
+      {"remove row", [](ListView& lv) { lv.RemoveRow(0); }, "del0+1"},
+      {"remove by key", [](ListView& lv) { lv.RemoveRowByKey("d"); }, "del3+1"},
+      {"remove runs, last first",
+       [](ListView& lv) { lv.RemoveRowsIf([](const ListRow& r) { return r.Key() != "c" && r.Key() != "e"; }); },
+       "del3+1,del0+2"},
+      {"clear rows", [](ListView& lv) { lv.ClearRows(); }, "del0+5"},
+      {"sort", [](ListView& lv) { lv.Sort(1); }, "sort"},
+      {"add column", [](ListView& lv) { lv.AddColumn("siz", "Size", 10); }, "cols"},
+      {"clear columns", [](ListView& lv) { lv.ClearColumns(); }, "cols"},
+      {"caption", [](ListView& lv) { lv.SetColumnCaption(1, "Type"); }, "cols"},
+      {"width", [](ListView& lv) { lv.SetColumnWidth(1, 0); }, "cols"},
+      {"order", [](ListView& lv) { lv.SetColumnOrder(1, 0); }, "cols"},
+      {"sort indicator", [](ListView& lv) { lv.SetColumnSortIndicator(1, 2, 1); }, "sort"},
+      // The same values again: nothing changed, nothing told.
+      {"same text", [](ListView& lv) { lv.Row(0).SetText("A"); }, ""},
+      {"same sub-item", [](ListView& lv) { lv.Row(0).SetSubItem(1, "z"); }, ""},
+      {"unset sub-item to empty", [](ListView& lv) { lv.Row(0).SetSubItem(4, ""); }, ""},
+      {"same row state",
+       [](ListView& lv) {
+         ListRow& r = lv.Row(0);
+         r.SetImage(0);
+         r.SetTag(0);
+         r.SetSelected(false);
+         r.SetChecked(false);
+       },
+       ""},
+      {"same column state",
+       [](ListView& lv) {
+         lv.SetColumnCaption(0, "Name");
+         lv.SetColumnWidth(0, 100);
+         lv.SetColumnOrder(0, 0);
+         lv.SetColumnSortIndicator(0, 0, 0);
+       },
+       ""},
+      {"nothing removed",
+       [](ListView& lv) {
+         lv.RemoveRow(5);
+         lv.RemoveRowByKey("zz");
+         lv.RemoveRowsIf([](const ListRow&) { return false; });
+       },
+       ""},
+  };
+  for (const Case& c : cases) {
+    ListView lv;
+    FillFive(lv);
+    std::vector<std::string> log;
+    Recorder recorder(log);
+    lv.AddObserver(&recorder);
+    c.change(lv);
+    EXPECT_EQ(Joined(log), c.expected) << c.name;
+  }
+}
+
+TEST(ListViewObserverTest, BatchesNestAndEndInOneReset) {
+  ListView lv;
+  std::vector<std::string> log;
+  Recorder recorder(log);
+  lv.AddObserver(&recorder);
+  {
+    ListView::Batch outer(lv);
+    FillFive(lv);
+    {
+      ListView::Batch inner(lv);
+      lv.Row(0).SetSelected(true);
+    }
+    EXPECT_EQ(Joined(log), "");  // the inner batch closing tells nothing
+    lv.Sort(1);
+  }
+  EXPECT_EQ(Joined(log), "reset");
+  log.clear();
+  {
+    ListView::Batch unchanged(lv);
+    lv.FindRow("a")->SetSelected(true);
+  }
+  lv.EndBatch();  // unmatched: ignored
+  lv.FindRow("a")->SetSelected(false);
+  EXPECT_EQ(Joined(log), "sel4");  // sorted by sub-item 1, z last
+}
+
+TEST(ListViewObserverTest, ObserversInOrderMayLeaveOrJoinOrThrowMidNotification) {
+  ListView lv;
+  FillFive(lv);
+  std::vector<std::string> log;
+  Recorder first(log, "1:"), leaver(log, "2:"), joiner(log, "3:"), last(log, "4:");
+  leaver.hook = [&] {
+    lv.RemoveObserver(&leaver);
+    lv.RemoveObserver(&last);  // not yet told: hears nothing of this one either
+    lv.AddObserver(&joiner);   // hears from the next notification on
+  };
+  first.hook = [] { throw std::runtime_error("observer fault"); };
+  lv.AddObserver(&first);
+  lv.AddObserver(&first);  // already there: still told once
+  lv.AddObserver(&leaver);
+  lv.AddObserver(&last);
+  EXPECT_NO_THROW(lv.Row(2).SetChecked(true));
+  EXPECT_EQ(Joined(log), "1:chk2,2:chk2");
+  EXPECT_TRUE(lv.Row(2).Checked());
+  log.clear();
+  // An observer that changes the model hears of it, nested, in order.
+  bool once = true;
+  joiner.hook = [&] {
+    if (std::exchange(once, false)) lv.Row(0).SetTag(1);
+  };
+  EXPECT_NO_THROW({ ListView::Batch b(lv); lv.Row(1).SetImage(3); });
+  EXPECT_EQ(Joined(log), "1:reset,3:reset,1:state0,3:state0");
 }
 
 }  // namespace
