@@ -7,7 +7,13 @@
 #include <string>
 #include <vector>
 
+#include "platform/change_notifier.h"
+#include "platform/file_clipboard.h"
+#include "platform/file_operation_service.h"
+#include "platform/folder_picker.h"
+#include "platform/launcher.h"
 #include "platform/services.h"
+#include "platform/timer_service.h"
 
 namespace nxfv {
 
@@ -32,6 +38,12 @@ class Platform {
   virtual IconService& Icons() = 0;
   virtual MessageBoxService& MessageBox() = 0;
   virtual UiService& Ui() = 0;
+  virtual TimerService& Timers() = 0;
+  virtual ChangeNotifierService& ChangeNotifier() = 0;
+  virtual FileClipboardService& Clipboard() = 0;
+  virtual LauncherService& Launcher() = 0;
+  virtual FolderPickerService& FolderPicker() = 0;
+  virtual FileOperationService& FileOperations() = 0;
 };
 
 using PlatformRef = std::shared_ptr<Platform>;

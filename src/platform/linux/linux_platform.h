@@ -1,9 +1,17 @@
 // The real Linux platform: "/" paths, the process locale, real files.
+// A host loop polls PollableTimers().PollFd() and PollableNotifier().PollFd() and
+// calls the matching Dispatch() when one is readable.
 #pragma once
 
+#include "platform/host_folder_picker.h"
+#include "platform/in_process_clipboard.h"
+#include "platform/linux/linux_change_notifier.h"
+#include "platform/linux/linux_file_operations.h"
 #include "platform/linux/linux_file_system.h"
+#include "platform/linux/linux_launcher.h"
 #include "platform/linux/linux_locale_time.h"
 #include "platform/linux/linux_shell_services.h"
+#include "platform/linux/linux_timers.h"
 #include "platform/platform.h"
 
 namespace nxfv {
@@ -26,8 +34,18 @@ class LinuxPlatform : public Platform {
   IconService& Icons() override { return icons_; }
   MessageBoxService& MessageBox() override { return messageBox_; }
   UiService& Ui() override { return ui_; }
+  TimerService& Timers() override { return timers_; }
+  ChangeNotifierService& ChangeNotifier() override { return notifier_; }
+  FileClipboardService& Clipboard() override { return clipboard_; }
+  LauncherService& Launcher() override { return launcher_; }
+  FolderPickerService& FolderPicker() override { return picker_; }
+  FileOperationService& FileOperations() override { return fileOperations_; }
 
   LinuxMessageBox& MessageBoxHandler() { return messageBox_; }
+  LinuxTimers& PollableTimers() { return timers_; }
+  LinuxChangeNotifier& PollableNotifier() { return notifier_; }
+  LinuxLauncher& LaunchCommands() { return launcher_; }
+  HostFolderPicker& FolderPickerHandler() { return picker_; }
 
  private:
   LinuxFileSystem files_;
@@ -38,6 +56,12 @@ class LinuxPlatform : public Platform {
   LinuxIcons icons_;
   LinuxMessageBox messageBox_;
   LinuxUi ui_;
+  LinuxTimers timers_;
+  LinuxChangeNotifier notifier_;
+  InProcessFileClipboard clipboard_;
+  LinuxLauncher launcher_;
+  HostFolderPicker picker_;
+  LinuxFileOperations fileOperations_;
 };
 
 }  // namespace nxfv

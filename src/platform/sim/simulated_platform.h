@@ -3,10 +3,16 @@
 // through the typed accessors to set up files or read what was shown.
 #pragma once
 
+#include "platform/in_process_clipboard.h"
 #include "platform/platform.h"
+#include "platform/sim/sim_change_notifier.h"
+#include "platform/sim/sim_file_operations.h"
 #include "platform/sim/sim_file_system.h"
+#include "platform/sim/sim_folder_picker.h"
+#include "platform/sim/sim_launcher.h"
 #include "platform/sim/sim_message_box.h"
 #include "platform/sim/sim_services.h"
+#include "platform/sim/sim_timers.h"
 
 namespace nxfv {
 
@@ -28,6 +34,12 @@ class SimulatedPlatform : public Platform {
   IconService& Icons() override { return icons_; }
   MessageBoxService& MessageBox() override { return messageBox_; }
   UiService& Ui() override { return ui_; }
+  TimerService& Timers() override { return timers_; }
+  ChangeNotifierService& ChangeNotifier() override { return notifier_; }
+  FileClipboardService& Clipboard() override { return clipboard_; }
+  LauncherService& Launcher() override { return launcher_; }
+  FolderPickerService& FolderPicker() override { return picker_; }
+  FileOperationService& FileOperations() override { return fileOperations_; }
 
   SimFileSystem& SimFiles() { return files_; }
   SimTime& SimClock() { return time_; }
@@ -37,6 +49,11 @@ class SimulatedPlatform : public Platform {
   SimIcons& SimIconList() { return icons_; }
   SimMessageBox& SimBoxes() { return messageBox_; }
   SimUi& SimWindow() { return ui_; }
+  SimTimers& SimTimerQueue() { return timers_; }
+  SimChangeNotifier& SimNotifier() { return notifier_; }
+  SimLauncher& SimLaunches() { return launcher_; }
+  SimFolderPicker& SimPicker() { return picker_; }
+  SimFileOperations& SimFileOps() { return fileOperations_; }
   void SetDrives(std::vector<std::string> drives) { drives_ = std::move(drives); }
 
  private:
@@ -48,6 +65,12 @@ class SimulatedPlatform : public Platform {
   SimIcons icons_{&files_};
   SimMessageBox messageBox_;
   SimUi ui_;
+  SimTimers timers_;
+  SimChangeNotifier notifier_{&files_};
+  InProcessFileClipboard clipboard_;
+  SimLauncher launcher_;
+  SimFolderPicker picker_;
+  SimFileOperations fileOperations_;
   std::vector<std::string> drives_{"C:\\"};
 };
 
