@@ -36,28 +36,6 @@ struct LinuxLauncher::Children {
 
 namespace {
 
-void WaitInBackground(const std::shared_ptr<LinuxLauncher::Children>& children, pid_t pid) {
-  {
-    std::lock_guard lock(children->mutex);
-    ++children->running;
-  }
-  try {
-    std::thread([children, pid] {
-      while (waitpid(pid, nullptr, 0) < 0 && errno == EINTR) {
-      }
-      {
-        std::lock_guard lock(children->mutex);
-        --children->running;
-      }
-      children->exited.notify_all();
-    }).detach();
-  } catch (...) {
-    // No thread to be had: the child is reaped by a later call instead.
-    std::lock_guard lock(children->mutex);
-    children->unwatched.push_back(pid);
-  }
-}
-
 bool Spawn(const std::vector<std::string>& args, pid_t& pid) {
   std::vector<char*> argv;
   for (const std::string& a : args) argv.push_back(const_cast<char*>(a.c_str()));
@@ -90,6 +68,28 @@ std::string FolderToExplore(const std::string& raw) {
 }
 
 }  // namespace
+
+void LinuxLauncher::WaitInBackground(const std::shared_ptr<Children>& children, int pid) {
+  {
+    std::lock_guard lock(children->mutex);
+    ++children->running;
+  }
+  try {
+    std::thread([children, pid] {
+      while (waitpid(pid, nullptr, 0) < 0 && errno == EINTR) {
+      }
+      {
+        std::lock_guard lock(children->mutex);
+        --children->running;
+      }
+      children->exited.notify_all();
+    }).detach();
+  } catch (...) {
+    // No thread to be had: the child is reaped by a later call instead.
+    std::lock_guard lock(children->mutex);
+    children->unwatched.push_back(pid);
+  }
+}
 
 LinuxLauncher::LinuxLauncher(const std::string& program) : children_(std::make_shared<Children>()) {
   for (LaunchVerb verb : {LaunchVerb::Open, LaunchVerb::Edit, LaunchVerb::Explore}) SetVerbCommand(verb, {program});

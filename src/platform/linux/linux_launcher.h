@@ -38,9 +38,10 @@ class LinuxLauncher : public LauncherService {
   // none is running any more.
   bool WaitForPrograms(int timeoutMs) const;
 
-  struct Children;  // shared with the threads that wait for the children
-
  private:
+  struct Children;  // shared with the threads that wait for the children
+  static void WaitInBackground(const std::shared_ptr<Children>& children, int pid);
+
   std::array<std::vector<std::string>, 6> commands_;
   std::shared_ptr<Children> children_;
 };
