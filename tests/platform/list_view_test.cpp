@@ -95,7 +95,9 @@ class Recorder : public ListViewObserver {
   void OnReset() override { Log("reset"); }
   void OnRowsInserted(size_t first, size_t count) override { Log("ins" + Range(first, count)); }
   void OnRowsRemoved(size_t first, size_t count) override { Log("del" + Range(first, count)); }
-  void OnRowChanged(size_t row, int32_t column) override { Log("row" + std::to_string(row) + "." + std::to_string(column)); }
+  void OnRowChanged(size_t row, int32_t column) override {
+    Log("row" + std::to_string(row) + "." + std::to_string(column));
+  }
   void OnRowImageChanged(size_t row) override { Log("img" + std::to_string(row)); }
   void OnRowStateChanged(size_t row) override { Log("state" + std::to_string(row)); }
   void OnSelectionChanged(size_t row) override { Log("sel" + std::to_string(row)); }
@@ -123,8 +125,8 @@ std::string Joined(const std::vector<std::string>& log) {
 void FillFive(ListView& lv) {
   lv.AddColumn("nam", "Name", 100);
   lv.AddColumn("ext", "Ext", 50);
-  const char* keys[] = {"a", "b", "c", "d", "e"};
-  for (int i = 0; i < 5; ++i) lv.AddRow(keys[i], std::string(1, static_cast<char>('A' + i))).SetSubItem(1, std::string(1, static_cast<char>('z' - i)));
+  for (char i = 0; i < 5; ++i)
+    lv.AddRow(std::string(1, 'a' + i), std::string(1, 'A' + i)).SetSubItem(1, std::string(1, 'z' - i));
 }
 
 TEST(ListViewObserverTest, EachMutationNotifiesOnlyWhenSomethingChanged) {
