@@ -91,6 +91,9 @@ std::string HeaderOptionKey(int32_t bit) { return std::to_string(bit); }
 void AddHeaderOption(kCollection& options, const headerdatas& record) {
   const std::string key = HeaderOptionKey(record.ShowHeaderItem);
   auto col = options.Colnewb();
+  // The column record table has twenty places: a twenty-first record is
+  // the caller's bounds failure, and nothing is added.
+  if (col->Count() >= kBuiltInColumnCount) RaiseError(kErrSubscript);
   col->Add(Variant(key), Variant(key));  // raises 457 for a second record of the bit
   col->Replace(col->Count(), MakeHeaderRecord(record));
 }

@@ -47,7 +47,8 @@ std::string DefaultCaption(const ColumnCaptions& captions, int32_t bit);
 std::string HeaderOptionKey(int32_t bit);
 
 // Appends a copy of record keyed HeaderOptionKey(record.ShowHeaderItem).
-// A second record with the same bit raises error 457.
+// A second record with the same bit raises error 457; a record beyond the
+// twentieth raises error 9 (the column record table has twenty places).
 void AddHeaderOption(kCollection& options, const headerdatas& record);
 
 // Fills the options up with the built-in defaults: each table row's record

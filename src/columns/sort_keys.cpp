@@ -37,9 +37,16 @@ std::string ZeroPaddedTail(std::string_view text, size_t n) {
 
 }  // namespace
 
+size_t TextBodyWidth(std::string_view key) { return key == "ext" ? 5 : 26; }
+
+size_t SortPartBytes(std::string_view key) {
+  const size_t body = IsDateColumn(key) ? kDateBodyWidth : IsSizeColumn(key) ? kSizeBodyWidth : TextBodyWidth(key);
+  return 2 + body;
+}
+
 std::string DateSortBody(std::optional<int64_t> seconds, bool descending) {
   if (!seconds) return {};
-  std::string s = ZeroPaddedTail(std::to_string(*seconds), 11);
+  std::string s = ZeroPaddedTail(std::to_string(*seconds), kDateBodyWidth);
   DigitsToLetters(s, descending);
   return s;
 }
@@ -70,7 +77,7 @@ std::string SizeSortBody(std::string_view text, bool descending, std::string_vie
   while (digits.size() > 1 && digits[0] == '0') digits.erase(0, 1);
   if (digits.empty()) digits.push_back('0');
   std::string body(1, unit);
-  body += ZeroPaddedTail(digits, 15);
+  body += ZeroPaddedTail(digits, kSizeBodyWidth - 1);
   DigitsToLetters(body, descending);
   return body;
 }
@@ -99,6 +106,26 @@ std::string TextSortBody(std::string_view upper, bool descending, size_t keep) {
   return out;
 }
 
+namespace {
+
+void AppendTextBody(std::string& key, std::string_view text, const SortColumn& col, const SortKeyContext& ctx) {
+  const size_t keep = TextBodyWidth(col.key);
+  const size_t n = std::min(text.size(), keep);
+  if (IsAscii(text.substr(0, n))) {
+    // Every case mapping agrees on ASCII letters: no call out, no copy.
+    char upper[26];
+    for (size_t i = 0; i < n; ++i) {
+      const char c = text[i];
+      upper[i] = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+    }
+    key += TextSortBody(std::string_view(upper, n), col.descending, keep);
+  } else {
+    key += TextSortBody(ctx.upper ? ctx.upper(text) : Utf8Upper(text), col.descending, keep);
+  }
+}
+
+}  // namespace
+
 std::string BuildRowSortKey(const ListRow& row, std::string_view typeText, const std::vector<SortColumn>& columns,
                             const SortKeyContext& ctx) {
   const bool goUp = row.Text() == "..";
@@ -106,32 +133,23 @@ std::string BuildRowSortKey(const ListRow& row, std::string_view typeText, const
   std::string key;
   key.reserve(columns.size() * 28);
   for (const SortColumn& col : columns) {
-    if (goUp) key += "  ";
-    else if (folder == col.descending) key += ' ';
     std::string_view text;
     if (col.subItem == 0) text = row.Text();
     else if (col.subItem > 0) text = row.SubItem(col.subItem);
     if (col.key == "nam") text = row.Text();
+    std::optional<int64_t> seconds;
     if (IsDateColumn(col.key)) {
-      key += DateSortBody(ctx.dateSeconds ? ctx.dateSeconds(text) : std::nullopt, col.descending);
+      seconds = ctx.dateSeconds ? ctx.dateSeconds(text) : std::nullopt;
+      if (!seconds) continue;  // an undated row sorts before every dated one
+    }
+    if (goUp) key += "  ";
+    else if (folder == col.descending) key += ' ';
+    if (IsDateColumn(col.key)) {
+      key += DateSortBody(seconds, col.descending);
     } else if (IsSizeColumn(col.key)) {
       key += SizeSortBody(text, col.descending, ctx.thousandsSeparator);
     } else {
-      // The extension column is short by nature: five characters order it.
-      const size_t keep = col.key == "ext" ? 5 : 26;
-      if (IsAscii(text.substr(0, std::min(text.size(), keep)))) {
-        // Every case mapping agrees on ASCII letters: no call out, no copy.
-        char upper[26];
-        const size_t n = std::min(text.size(), keep);
-        for (size_t i = 0; i < n; ++i) {
-          const char c = text[i];
-          upper[i] = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
-        }
-        key += TextSortBody(std::string_view(upper, n), col.descending, keep);
-      } else {
-        const std::string upper = ctx.upper ? ctx.upper(text) : Utf8Upper(text);
-        key += TextSortBody(upper, col.descending, keep);
-      }
+      AppendTextBody(key, text, col, ctx);
     }
   }
   return key;

@@ -42,8 +42,18 @@ struct SortKeyContext {
   std::string thousandsSeparator = ",";
 };
 
+// Widths of a part's body: dates 11 letters, sizes a unit letter and 15,
+// texts 26 characters (the extension column 5: short by nature).
+inline constexpr size_t kDateBodyWidth = 11;
+inline constexpr size_t kSizeBodyWidth = 16;
+size_t TextBodyWidth(std::string_view columnKey);
+// Bytes one sort column's part takes at most for an ASCII row: the widest
+// prefix (the go-up row's two blanks) and the body.
+size_t SortPartBytes(std::string_view columnKey);
+
 // The row's key for the given sort columns, in priority order. typeText is
-// the row's "typ" text (decides file or folder grouping).
+// the row's "typ" text (decides file or folder grouping). A date column
+// whose text is not a valid date adds no part at all, prefix included.
 std::string BuildRowSortKey(const ListRow& row, std::string_view typeText,
                             const std::vector<SortColumn>& columns, const SortKeyContext& context);
 

@@ -79,5 +79,12 @@ TEST_F(RowKeyTest, SeveralColumnsConcatenateInPriorityOrder) {
   EXPECT_EQ(Key("b", "Text", {{"dos", -1, false}}), " " + std::string(26, 'A'));
 }
 
+TEST_F(RowKeyTest, AnUndatedDateColumnAddsNeitherPrefixNorBody) {
+  ctx.dateSeconds = [](std::string_view) { return std::nullopt; };
+  const std::string name = Key("..", "", {{"nam", 0, false}});
+  EXPECT_EQ(Key("..", "", {{"mod", 5, false}, {"nam", 0, false}}), name);  // two blanks, not four
+  EXPECT_EQ(Key("b", "Text", {{"mod", 5, true}, {"nam", 0, false}}), " B" + std::string(25, 'A'));
+}
+
 }  // namespace
 }  // namespace nxfv
