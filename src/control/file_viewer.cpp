@@ -3,63 +3,37 @@
 #include <algorithm>
 
 #include "columns/formatting.h"
-#include "control/instance_table.h"
-#include "control/row_texts.h"
+#include "control/archive_view.h"
+#include "control/column_setup.h"
+#include "control/file_viewer_internal.h"
+#include "control/folder_listing.h"
+#include "control/host_boundary.h"
 #include "platform/error_state.h"
-#include "shell/path_text.h"
-#include "shell/show_error.h"
 
 namespace nxfv {
 
-// Bridges the items' xselitemx to the control without keeping it alive.
-class FileViewer::ItemListener : public NxFileListItemEvents {
- public:
-  explicit ItemListener(FileViewer* owner) : owner_(owner) {}
-  void xselitemx(eventbefs& mybef, Variant& itemvalue, std::shared_ptr<NxFileListItem>& xitem, Variant& Parameter,
-                 bool& operationok) override {
-    if (owner_) owner_->HandleItemEvent(mybef, itemvalue, xitem, Parameter, operationok);
-  }
-  void Detach() { owner_ = nullptr; }
-
- private:
-  FileViewer* owner_;
-};
-
 std::shared_ptr<FileViewer> FileViewer::Create(PlatformRef platform) {
+  if (!platform) return nullptr;
   auto viewer = std::make_shared<FileViewer>(Passkey{}, std::move(platform));
   viewer->Initialize();
   return viewer;
 }
 
-FileViewer::FileViewer(Passkey, PlatformRef platform)
-    : platform_(platform ? std::move(platform) : ActivePlatformRef()),
-      items_(NxFileCollection::Create(platform_)),
-      headerOptions_(std::make_shared<kCollection>(platform_)),
-      itemListener_(std::make_shared<ItemListener>(this)) {
-  instanceSlot_ = InstanceTable::ForThisThread().TakeSlot();
-  startingFolder_ = platform_->DefaultStartFolder();
-}
+FileViewer::FileViewer(Passkey, PlatformRef platform) : core_(std::make_unique<ViewerCore>(std::move(platform))) {}
 
-FileViewer::~FileViewer() { itemListener_->Detach(); }
+FileViewer::~FileViewer() = default;
 
 void FileViewer::Initialize() {
   // A new control starts from the defaults: captions from the system, the
   // built-in header options, the columns, then the mask applied.
-  try {
-    captions_ = LoadColumnCaptions(*platform_);
-    typeCache_.Scratch().typeName = "Folder";
-    CompleteHeaderOptions();
-    BuildColumns(false);
-    BuildColumns(true);
-    listView_.SetVisible(true);
-  } catch (const std::exception& e) {
-    RecordException(e);
-    ShowError(*platform_, ".Initialize");
-  }
-}
-
-const std::string& FileViewer::LockedColumns() const {
-  return InstanceTable::ForThisThread().Row(instanceSlot_).lockedColumns;
+  RunReported(core_->platform, ".Initialize", [&] {
+    core_->captions = LoadColumnCaptions(core_->platform);
+    core_->fileTypes.Cache().Scratch().typeName = "Folder";
+    nxfv::CompleteHeaderOptions(*core_->headerOptions, core_->captions);
+    ApplyColumns(*core_, false);
+    ApplyColumns(*core_, true);
+    core_->listView.SetVisible(true);
+  });
 }
 
 bool FileViewer::IsArchivePath(const std::string& path) const {
@@ -70,81 +44,129 @@ bool FileViewer::IsArchivePath(const std::string& path) const {
 }
 
 void FileViewer::setCurrentfolder(const std::string& folder) {
-  try {
-    std::string path = folder;
-    const char sep = platform_->Separator();
-    // One trailing separator goes, but a root keeps its own.
-    if (!path.empty() && path.back() == sep && path != platform_->RootOf(path) && path.size() > 1)
-      path.pop_back();
-    uint32_t attributes = 0;
-    if (path.empty() || !platform_->Files().GetAttributes(path, attributes)) RaiseError(kErrPathNotFound);
-    const bool isFolder = (attributes & kAttrDirectory) != 0;
-    if (!isFolder && allowDiveIntoArchives_ && IsArchivePath(path)) {
-      PropertyChanged("CurrentFolder");
-      LoadArchive(path);
-      return;
-    }
-    if (!isFolder) RaiseError(kErrPathNotFound);
-    currentFolder_ = path;
-    insideArchive_ = false;
-    InstanceTable::ForThisThread().Row(instanceSlot_).currentFolder = currentFolder_;
-    PropertyChanged("CurrentFolder");
-    LoadFiles(currentFolder_, false, false, false);
-  } catch (const std::exception& e) {
-    RecordException(e);
-    ShowError(*platform_, ".Currentfolder");
+  RunReported(core_->platform, ".Currentfolder", [&] {
+    if (core_->busy) return;  // a handler's navigation during a listing is ignored, as the listing would be
+    ListLocation(folder);
+  });
+}
+
+void FileViewer::ListLocation(const std::string& folder) {
+  ViewerCore& c = *core_;
+  std::string path = folder;
+  // One trailing separator goes, but a root keeps its own.
+  if (!path.empty() && path.back() == c.platform.Separator() && path != c.platform.RootOf(path) && path.size() > 1)
+    path.pop_back();
+  uint32_t attributes = 0;
+  if (path.empty() || !c.platform.Files().GetAttributes(path, attributes)) RaiseError(kErrPathNotFound);
+  const bool isFolder = (attributes & kAttrDirectory) != 0;
+  if (!isFolder && c.settings.allowDiveIntoArchives && IsArchivePath(path)) {
+    c.PropertyChanged("CurrentFolder");
+    RunReported(c.platform, ".LoadArchive", [&] { LoadArchive(c, path); });
+    return;
   }
+  if (!isFolder) RaiseError(kErrPathNotFound);
+  c.currentFolder = path;
+  c.insideArchive = false;
+  c.Slot().currentFolder = path;
+  c.PropertyChanged("CurrentFolder");
+  RunReported(c.platform, ".LoadFiles", [&] { LoadFiles(c, path, false, false, false); });
 }
 
 Variant FileViewer::RefreshView(bool ReLoadFiles) {
-  if (currentFolder_.empty()) return {};
-  if (insideArchive_) {
-    LoadArchive(currentFolder_);
+  ViewerCore& c = *core_;
+  if (c.currentFolder.empty()) return {};
+  if (c.insideArchive) {
+    RunReported(c.platform, ".LoadArchive", [&] { LoadArchive(c, c.currentFolder); });
   } else {
-    LoadFiles(currentFolder_, !ReLoadFiles, false, false);
+    RunReported(c.platform, ".LoadFiles", [&] { LoadFiles(c, c.currentFolder, !ReLoadFiles, false, false); });
   }
   return {};
 }
 
 void FileViewer::setFilePattern(const std::string& pattern) {
-  filePattern_ = pattern;
-  PropertyChanged("pattern");
-  if (!currentFolder_.empty() && !insideArchive_) LoadFiles(currentFolder_, false, false, false);
+  ViewerCore& c = *core_;
+  c.settings.filePattern = pattern;
+  c.PropertyChanged("pattern");
+  if (!c.currentFolder.empty() && !c.insideArchive)
+    RunReported(c.platform, ".LoadFiles", [&] { LoadFiles(c, c.currentFolder, false, false, false); });
 }
 
-std::string FileViewer::GetExt(const std::string& Name) const {
-  const auto dot = Name.rfind('.');
-  if (dot == std::string::npos || dot + 1 >= Name.size()) return {};
-  return platform_->Locale().CharLower(Name.substr(dot + 1));
+Variant FileViewer::HeaderOptionsNew() {
+  RunRecorded([&] { core_->headerOptions = std::make_shared<kCollection>(core_->platformRef); });
+  return {};
 }
+
+Variant FileViewer::HeaderOptionsAdd(headerdatas& HeaderOption) {
+  RunRecorded([&] { AddHeaderOption(*core_->headerOptions, HeaderOption); });
+  return {};
+}
+
+Variant FileViewer::HeaderOptionsActivate() {
+  if (RunRecorded([&] { nxfv::CompleteHeaderOptions(*core_->headerOptions, core_->captions); })) RefreshView(true);
+  return {};
+}
+
+Variant FileViewer::HeaderModifying(headerdatas& HeaderOption) {
+  RunRecorded([&] {
+    headerdatas* found = nullptr;
+    if (!FindHeaderOption(*core_->headerOptions, HeaderOption.ShowHeaderItem, found)) return;
+    if (!HeaderOption.HeaderText.empty()) found->HeaderText = HeaderOption.HeaderText;
+    if (HeaderOption.HeaderWidth != 0) found->HeaderWidth = HeaderOption.HeaderWidth;
+    found->HeaderSizeable = HeaderOption.HeaderSizeable;
+  });
+  return {};
+}
+
+void FileViewer::setViewOptions(int32_t mask) {
+  // At design time the mask is deliberately left alone.
+  if (!core_->userMode) return;
+  core_->settings.viewOptions = mask;
+  core_->PropertyChanged("ViewOptions");
+  RunRecorded([&] { ApplyColumns(*core_, true); });
+}
+
+void FileViewer::ClickColumnHeader(int32_t columnIndex, bool ctrlHeld) {
+  ViewerCore& c = *core_;
+  RunReported(c.platform, ".ColumnClick", [&] {
+    if (columnIndex < 0 || columnIndex >= c.listView.ColumnCount()) return;
+    if (c.events) c.events->ColumnClick(c.listView.Column(columnIndex));
+    const std::string key = c.listView.Column(columnIndex).key;
+    if (key == "sort") return;
+    c.sort.ApplyClick(key, ctrlHeld, c.settings.allowMultiColumnSort);
+    c.sort.Run(c.listView, c.platform, false);
+  });
+}
+
+void FileViewer::SetSortColumns(const std::vector<SortState>& columns) {
+  ViewerCore& c = *core_;
+  RunReported(c.platform, ".SortView", [&] {
+    c.sort.SetState(columns);
+    c.sort.Run(c.listView, c.platform, false);
+  });
+}
+
+std::vector<SortState> FileViewer::SortColumns() const { return core_->sort.State(); }
 
 std::string FileViewer::FitFilenameToSize(const std::string& FileName, int32_t ControlWidth, int32_t ContainerHDC) {
-  return nxfv::FitFilenameToSize(*platform_, FileName, ControlWidth, ContainerHDC);
+  std::string out;
+  RunRecorded([&] { out = nxfv::FitFilenameToSize(core_->platform, FileName, ControlWidth, ContainerHDC); });
+  return out;
 }
 
-void FileViewer::Subscribe(const std::shared_ptr<NxFileListItem>& item) {
-  if (oListitem_ == item) return;
-  if (oListitem_) oListitem_->ClearListener();
-  oListitem_ = item;
-  if (oListitem_) oListitem_->SetListener(itemListener_);
+int16_t FileViewer::Internal::SubItemIndexOf(const FileViewer& v, const std::string& key) {
+  return nxfv::SubItemIndexOf(*v.core_, key);
 }
-
-// Items ask the control to act on the row with their key.
-void FileViewer::HandleItemEvent(eventbefs mybef, Variant& itemvalue, std::shared_ptr<NxFileListItem>& xitem,
-                                 Variant& /*Parameter*/, bool& /*operationok*/) {
-  if (!xitem) return;
-  ListRow* row = listView_.FindRow(xitem->Key());
-  if (!row) return;
-  try {
-    switch (mybef) {
-      case eventbefs::doselect: row->SetSelected(itemvalue.AsBool()); break;
-      case eventbefs::docheck: row->SetChecked(itemvalue.AsBool()); break;
-      case eventbefs::doensurevisible: listView_.EnsureVisible(row->Index()); break;
-      case eventbefs::doexebef: break;  // file commands arrive with the file-operation object
-    }
-  } catch (const std::exception& e) {
-    RecordException(e);
-  }
+void FileViewer::Internal::BuildColumns(FileViewer& v, bool widthsOnly) { ApplyColumns(*v.core_, widthsOnly); }
+void FileViewer::Internal::CompleteHeaderOptions(FileViewer& v) {
+  nxfv::CompleteHeaderOptions(*v.core_->headerOptions, v.core_->captions);
 }
+void FileViewer::Internal::LoadFiles(FileViewer& v, const std::string& path, bool keepItems, bool resetSort,
+                                     bool selectFirst) {
+  nxfv::LoadFiles(*v.core_, path, keepItems, resetSort, selectFirst);
+}
+void FileViewer::Internal::SortView(FileViewer& v, bool resetSort) {
+  v.core_->sort.Run(v.core_->listView, v.core_->platform, resetSort);
+}
+const TypeCache& FileViewer::Internal::FileTypes(const FileViewer& v) { return v.core_->fileTypes.Cache(); }
 
 }  // namespace nxfv

@@ -195,8 +195,6 @@ class ListView {
   void ClearColumns();
   int32_t ColumnCount() const { return static_cast<int32_t>(columns_.size()); }
   const ListColumn& Column(int32_t index) const { return columns_.at(static_cast<size_t>(index)); }
-  // to be removed: use the setters
-  ListColumn& Column(int32_t index) { return columns_.at(static_cast<size_t>(index)); }
   // Index of the column with key, or -1.
   int32_t FindColumn(std::string_view key) const;
   // Index of the column with key; error 35601 "Element not found" if absent.

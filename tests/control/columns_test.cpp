@@ -22,9 +22,9 @@ TEST_F(ColumnsTest, NewControlShowsFiveOfTwentyOneColumns) {
   EXPECT_EQ(VisibleKeys(lv), (std::vector<std::string>{"nam", "ext", "siz", "typ", "mod"}));
   EXPECT_EQ(lv.Column(20).key, "sort");
   EXPECT_EQ(lv.Column(1).caption + "|" + lv.Column(18).caption, "Ext|Userdaten1");
-  EXPECT_EQ(viewer->SubItemIndexOf("pth"), 8);  // the archive columns follow the time column
+  EXPECT_EQ(FileViewer::Internal::SubItemIndexOf(*viewer, "pth"), 8);  // the archive columns follow the time column
   ClearError();
-  EXPECT_THROW(viewer->SubItemIndexOf("nope"), VbError);
+  EXPECT_THROW(FileViewer::Internal::SubItemIndexOf(*viewer, "nope"), VbError);
 }
 
 TEST_F(ColumnsTest, LockedColumnListIsPublishedInTheSlot) {
@@ -36,7 +36,7 @@ TEST_F(ColumnsTest, LockedColumnListIsPublishedInTheSlot) {
   fixed.ShowHeaderItem = header_Name;
   fixed.HeaderSizeable = false;
   viewer->HeaderModifying(fixed);
-  viewer->BuildColumns(true);
+  FileViewer::Internal::BuildColumns(*viewer, true);
   EXPECT_EQ(viewer->LockedColumns().substr(0, 5), " 0, 6");
   EXPECT_EQ(InstanceTable::ForThisThread().Row(viewer->InstanceSlot()).lockedColumns, viewer->LockedColumns());
 }
@@ -86,6 +86,12 @@ TEST_F(ColumnsTest, HeaderModifyingReplacesOnlyWhatItShould) {
   headerdatas unknown;
   unknown.ShowHeaderItem = 1024;
   viewer->HeaderModifying(unknown);  // no such column: nothing happens
+  EXPECT_EQ(viewer->HeaderOptions().Count(), 20);
+  headerdatas extra;
+  extra.ShowHeaderItem = 4096;
+  ClearError();
+  viewer->HeaderOptionsAdd(extra);  // the record table has twenty places
+  EXPECT_EQ(CurrentError().number, 9);
   EXPECT_EQ(viewer->HeaderOptions().Count(), 20);
 }
 

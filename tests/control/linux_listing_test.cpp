@@ -33,7 +33,7 @@ class LinuxListingTest : public ::testing::Test {
   const ListRow* Row(const std::string& key) { return viewer->ListView1().FindRow(key); }
   std::string Cell(const std::string& key, const char* column) {
     const ListRow* r = Row(key);
-    return r ? std::string(r->SubItem(viewer->SubItemIndexOf(column))) : "<no row>";
+    return r ? std::string(r->SubItem(FileViewer::Internal::SubItemIndexOf(*viewer, column))) : "<no row>";
   }
 
   std::string dir;

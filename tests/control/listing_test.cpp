@@ -119,7 +119,7 @@ TEST_F(ViewerTest, FatVolumesShowOnlyTheAccessDate) {
   for (const char* folder : {"E:\\", "F:\\"}) {
     viewer->setCurrentfolder(folder);
     const ListRow& row = viewer->ListView1().Row(viewer->ListView1().RowCount() - 1);
-    EXPECT_EQ(row.SubItem(viewer->SubItemIndexOf("acc")), "3/15/2024") << folder;
+    EXPECT_EQ(row.SubItem(FileViewer::Internal::SubItemIndexOf(*viewer, "acc")), "3/15/2024") << folder;
   }
 }
 
@@ -129,7 +129,7 @@ TEST_F(ViewerTest, TypeCacheAndPerFileIcons) {
   const ListView& lv = viewer->ListView1();
   EXPECT_EQ(lv.FindRow("a.TXT")->Image(), lv.FindRow("b.txt")->Image());
   EXPECT_NE(lv.FindRow("a.EXE")->Image(), lv.FindRow("b.exe")->Image());
-  EXPECT_EQ(viewer->FileTypes().Size(), 2u);  // "exe" and "txt"
+  EXPECT_EQ(FileViewer::Internal::FileTypes(*viewer).Size(), 2u);  // "exe" and "txt"
   const int32_t queries = platform->SimTypes().Queries();
   viewer->RefreshView(true);
   EXPECT_EQ(platform->SimTypes().Queries(), queries);  // the registry is asked once per extension
@@ -174,13 +174,13 @@ TEST_F(ViewerTest, ReentrantListingIsIgnored) {
     viewer->RefreshView(true);
   };
   listener.onAfterNewView = [&] {
-    EXPECT_TRUE(viewer->ListingBusy());
-    viewer->LoadFiles("C:\\r", false, false, false);
+    EXPECT_TRUE(FileViewer::Internal::ListingBusy(*viewer));
+    FileViewer::Internal::LoadFiles(*viewer, "C:\\r", false, false, false);
   };
   viewer->setCurrentfolder("C:\\r");
   EXPECT_EQ(calls, 2);
   EXPECT_EQ(viewer->ListView1().RowCount(), 3u);
-  EXPECT_FALSE(viewer->ListingBusy());
+  EXPECT_FALSE(FileViewer::Internal::ListingBusy(*viewer));
   EXPECT_FALSE(platform->SimWindow().Locked());
 }
 
@@ -210,7 +210,7 @@ TEST_F(ViewerTest, ListingFailureIsReportedAndReleasesTheBusyFlag) {
   ASSERT_EQ(platform->SimBoxes().Shown().size(), 1u);
   EXPECT_EQ(platform->SimBoxes().Shown()[0].title, ".LoadFiles");
   EXPECT_EQ(platform->SimBoxes().Shown()[0].text, "Error: 35602. Key is not unique in collection");
-  EXPECT_FALSE(viewer->ListingBusy());
+  EXPECT_FALSE(FileViewer::Internal::ListingBusy(*viewer));
   EXPECT_FALSE(platform->SimWindow().Locked());
   files().Remove("C:\\x\\##$$2024");
   viewer->RefreshView(true);

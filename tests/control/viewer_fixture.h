@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "control/file_viewer.h"
+#include "control/file_viewer_internal.h"
 #include "platform/sim/simulated_platform.h"
 
 namespace nxfv::testing {
@@ -18,6 +19,7 @@ class RecordingListener : public FileViewerEvents {
   std::vector<std::string> log;
   std::function<void(ItemRef&, std::string&, std::string&)> onSetUserdata;
   std::function<void()> onAfterNewView;
+  std::function<void()> onColumnClick;
   void AfterNewView(std::string& Path, bool&, bool&, bool& InsideArchive) override {
     log.push_back("AfterNewView " + Path + (InsideArchive ? " archive" : ""));
     if (onAfterNewView) onAfterNewView();
@@ -27,7 +29,10 @@ class RecordingListener : public FileViewerEvents {
     log.push_back("SetUserdata " + std::string(item->Key()));
     if (onSetUserdata) onSetUserdata(item, a, b);
   }
-  void ColumnClick(ListColumn& header) override { log.push_back("ColumnClick " + header.key); }
+  void ColumnClick(const ListColumn& header) override {
+    log.push_back("ColumnClick " + header.key);
+    if (onColumnClick) onColumnClick();
+  }
 };
 
 class ViewerTest : public ::testing::Test {

@@ -1,0 +1,51 @@
+#include "control/archive_view.h"
+
+#include "archive/archive_reader.h"
+#include "control/archive_rows.h"
+#include "control/column_setup.h"
+#include "control/host_events.h"
+#include "control/listing_guard.h"
+
+namespace nxfv {
+
+namespace {
+
+// Hands each entry the reader finds to the row builder.
+class EntrySink : public cArchiveEvents {
+ public:
+  explicit EntrySink(ArchiveRows& rows) : rows_(rows) {}
+  void FileFound(int32_t Index, int32_t Total, std::string FileName, std::string ArchiveExt, double Modified,
+                 int32_t Size, int32_t CompSize, int32_t Method, int32_t Attr, std::string Path, int32_t flags,
+                 int32_t CRC, std::string Comments) override {
+    rows_.Add({Index, Total, std::move(FileName), std::move(ArchiveExt), Modified, Size, CompSize, Method, Attr,
+               std::move(Path), flags, CRC, std::move(Comments)});
+  }
+
+ private:
+  ArchiveRows& rows_;
+};
+
+}  // namespace
+
+void LoadArchive(ViewerCore& core, const std::string& archivePath) {
+  ListingGuard guard(core);
+  if (!guard.Acquired()) return;
+  core.currentFolder = archivePath;
+  core.Slot().currentFolder = archivePath;
+  core.insideArchive = true;
+  ApplyColumns(core, false);
+  core.ClearItems();
+  ArchiveRows rows(core);
+  EntrySink sink(rows);
+  cArchive reader(core.platformRef);
+  reader.SetListener(&sink);
+  reader.ArchiveName = archivePath;
+  reader.ArchiveExt = core.platform.Locale().CharLower(archivePath.substr(archivePath.rfind('.') + 1));
+  reader.GetInfo();
+  core.listView.SetVisible(true);
+  core.listView.Refresh();
+  AnnounceNewView(core, core.currentFolder);
+  core.sort.Run(core.listView, core.platform, false);
+}
+
+}  // namespace nxfv

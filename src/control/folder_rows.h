@@ -1,0 +1,56 @@
+// One folder listing's row builder: decides which entries show, and makes
+// the item and the row of each (or, in a refresh, marks the kept ones).
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "control/row_texts.h"
+#include "control/viewer_core.h"
+#include "platform/numeric_text.h"
+#include "platform/shared_text.h"
+
+namespace nxfv {
+
+class FolderRows {
+ public:
+  // keepItems: a refresh in place (kept rows stay, new entries get no user
+  // data). pattern: the file pattern captured when the listing started.
+  FolderRows(ViewerCore& core, const std::string& listedPath, bool keepItems, std::string pattern);
+
+  // The ".." row, unless the settings hide it for this folder.
+  void AddGoUpRow();
+  // Shows entry (or marks its kept row) when the filters let it through.
+  void Add(const FindData& entry);
+  const std::string& FolderPath() const { return folderPath_; }
+
+ private:
+  // The sub-item index of each column the listing fills, or -1 when the
+  // column is not shown (a hidden column gets no text).
+  struct Slots {
+    int32_t ext = -1, siz = -1, typ = -1, mod = -1, tim = -1, cre = -1, acc = -1, atr = -1, dos = -1, userd1 = -1,
+            userd2 = -1;
+  };
+  static Slots ShownSlots(const ListView& view);
+  bool Shows(const FindData& entry, const std::string& name, const std::string& ext) const;
+  bool MarkKept(const std::string& key);
+  void AddRow(const FindData& entry, const std::string& name, const std::string& ext, const std::string& key);
+  int32_t FillFile(NxFileListItem& item, const FindData& entry, const std::string& name, const std::string& ext);
+  void FillTimes(NxFileListItem& item, const FindData& entry);
+
+  ViewerCore& core_;
+  Platform& p_;
+  const std::string listedPath_;
+  const bool keepItems_;
+  const std::string pattern_;
+  const std::string folderPath_;
+  const SharedText sharedFolderPath_;
+  const Slots slots_;
+  const LocaleFormats& formats_;
+  const NumericSeparators numeric_;
+  const bool lastAccessDateOnly_;
+  const size_t sortKeyBytes_;
+  RowTexts texts_;
+};
+
+}  // namespace nxfv

@@ -1,0 +1,52 @@
+#include "control/item_events.h"
+
+#include "control/host_boundary.h"
+#include "platform/list_view.h"
+
+namespace nxfv {
+
+// Bridges an item's xselitemx to the control without keeping it alive: the
+// item holds the listener, the listener is told when the control goes.
+class ItemEvents::Listener : public NxFileListItemEvents {
+ public:
+  explicit Listener(ItemEvents* owner) : owner_(owner) {}
+  void xselitemx(eventbefs& mybef, Variant& itemvalue, std::shared_ptr<NxFileListItem>& xitem, Variant& /*Parameter*/,
+                 bool& /*operationok*/) override {
+    if (owner_) owner_->Handle(mybef, itemvalue, xitem);
+  }
+  void Detach() { owner_ = nullptr; }
+
+ private:
+  ItemEvents* owner_;
+};
+
+ItemEvents::ItemEvents(ListView& view) : view_(view), listener_(std::make_shared<Listener>(this)) {}
+
+ItemEvents::~ItemEvents() {
+  listener_->Detach();
+  if (subscribed_) subscribed_->ClearListener();
+}
+
+void ItemEvents::Subscribe(const std::shared_ptr<NxFileListItem>& item) {
+  if (subscribed_ == item) return;
+  if (subscribed_) subscribed_->ClearListener();
+  subscribed_ = item;
+  if (subscribed_) subscribed_->SetListener(listener_);
+}
+
+void ItemEvents::Handle(eventbefs mybef, const Variant& itemvalue, const std::shared_ptr<NxFileListItem>& xitem) {
+  if (!xitem) return;
+  // The item's setter is the host's call: a failure stays in the error state.
+  RunRecorded([&] {
+    ListRow* row = view_.FindRow(xitem->Key());
+    if (!row) return;
+    switch (mybef) {
+      case eventbefs::doselect: row->SetSelected(itemvalue.AsBool()); break;
+      case eventbefs::docheck: row->SetChecked(itemvalue.AsBool()); break;
+      case eventbefs::doensurevisible: view_.EnsureVisible(row->Index()); break;
+      case eventbefs::doexebef: break;  // file commands arrive with the file-operation object
+    }
+  });
+}
+
+}  // namespace nxfv

@@ -1,0 +1,21 @@
+#include "control/viewer_core.h"
+
+namespace nxfv {
+
+ViewerCore::ViewerCore(PlatformRef ref)
+    : platformRef(std::move(ref)),
+      platform(*platformRef),
+      items(NxFileCollection::Create(platformRef)),
+      headerOptions(std::make_shared<kCollection>(platformRef)),
+      fileTypes(platform),
+      itemEvents(listView),
+      instanceSlot(InstanceTable::ForThisThread().TakeSlot()) {
+  settings.startingFolder = platform.DefaultStartFolder();
+}
+
+void ViewerCore::ClearItems() {
+  itemEvents.Unsubscribe();
+  NxFileCollection::Internal(*items).Clear();
+}
+
+}  // namespace nxfv

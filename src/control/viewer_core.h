@@ -1,0 +1,60 @@
+// The state of one FileViewer, shared by the parts that do its work (folder
+// listing, archive view, sort run, column set, item events). Hosts never see
+// it: FileViewer is the façade that holds one and delegates to the parts.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "columns/column_set.h"
+#include "control/file_types.h"
+#include "control/file_viewer_events.h"
+#include "control/instance_table.h"
+#include "control/item_events.h"
+#include "control/sort_run.h"
+#include "control/viewer_settings.h"
+#include "model/file_collection.h"
+#include "model/k_collection.h"
+#include "platform/list_view.h"
+#include "platform/platform.h"
+
+namespace nxfv {
+
+struct ViewerCore {
+  explicit ViewerCore(PlatformRef platformRef);
+
+  PlatformRef platformRef;
+  Platform& platform;
+  FileViewerEvents* events = nullptr;  // the one host listener, not owned
+  ListView listView;
+  std::shared_ptr<NxFileCollection> items;
+  std::shared_ptr<kCollection> headerOptions;
+  ColumnCaptions captions;
+  FileTypes fileTypes;
+  ItemEvents itemEvents;
+  SortRun sort;
+  ViewerSettings settings;
+  std::vector<std::string> changedProperties;  // property-bag keys of the lets, in order
+
+  int16_t instanceSlot = 0;
+  bool userMode = true;
+  bool busy = false;  // a listing runs: listings asked for meanwhile are ignored
+
+  // The location on view.
+  std::string currentFolder;
+  bool insideArchive = false;
+  std::string lastAnnouncedFolder;
+  std::string currentArchiveExt;
+  // The archive rows' shared row record keeps its image between entries and
+  // archives: an entry without a type shows the icon last set.
+  int32_t archiveIconIndex = 0;
+
+  InstanceSlot& Slot() { return InstanceTable::ForThisThread().Row(instanceSlot); }
+  void PropertyChanged(const char* key) { changedProperties.push_back(key); }
+  // Forgets the items of the view (rows are the column set's business).
+  void ClearItems();
+};
+
+}  // namespace nxfv
