@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "archive/archive_reader.h"
-#include "platform/sim/simulated_platform.h"
+#include "nxfv/archive/archive_reader.h"
+#include "nxfv/platform/sim/simulated_platform.h"
 
 namespace {
 

@@ -21,8 +21,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "model/file_collection.h"
-#include "platform/sim/simulated_platform.h"
+#include "nxfv/model/file_collection.h"
+#include "nxfv/platform/sim/simulated_platform.h"
 
 namespace {
 

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "columns/formatting.h"
-#include "platform/date.h"
-#include "platform/sim/simulated_platform.h"
+#include "nxfv/columns/formatting.h"
+#include "nxfv/platform/date.h"
+#include "nxfv/platform/sim/simulated_platform.h"
 
 namespace nxfv {
 namespace {

@@ -30,8 +30,8 @@
 #include <string>
 #include <vector>
 
-#include "control/file_viewer.h"
-#include "platform/sim/simulated_platform.h"
+#include "nxfv/control/file_viewer.h"
+#include "nxfv/platform/sim/simulated_platform.h"
 
 namespace {
 

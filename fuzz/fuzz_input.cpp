@@ -3,9 +3,9 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "archive/archive_reader.h"
-#include "platform/sim/simulated_platform.h"
-#include "platform/utf8.h"
+#include "nxfv/archive/archive_reader.h"
+#include "nxfv/platform/sim/simulated_platform.h"
+#include "nxfv/platform/utf8.h"
 
 namespace nxfv::fuzz {
 

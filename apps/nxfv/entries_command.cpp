@@ -4,11 +4,11 @@
 #include <filesystem>
 #include <string_view>
 
-#include "archive/archive_reader.h"
+#include "nxfv/archive/archive_reader.h"
 #include "nxfv/arguments.h"
 #include "nxfv/list_output.h"
-#include "platform/platform.h"
-#include "platform/utf8.h"
+#include "nxfv/platform/platform.h"
+#include "nxfv/platform/utf8.h"
 
 namespace nxfv::cli {
 

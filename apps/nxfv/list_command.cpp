@@ -4,11 +4,11 @@
 #include <filesystem>
 #include <memory>
 
-#include "control/file_viewer.h"
+#include "nxfv/control/file_viewer.h"
 #include "nxfv/arguments.h"
 #include "nxfv/list_output.h"
-#include "platform/error_state.h"
-#include "platform/platform.h"
+#include "nxfv/platform/error_state.h"
+#include "nxfv/platform/platform.h"
 
 namespace nxfv::cli {
 

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <vector>
 
-#include "control/file_viewer.h"
-#include "platform/utf8.h"
+#include "nxfv/control/file_viewer.h"
+#include "nxfv/platform/utf8.h"
 
 namespace nxfv::cli {
 

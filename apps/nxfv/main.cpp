@@ -10,7 +10,7 @@
 #include "nxfv/arguments.h"
 #include "nxfv/entries_command.h"
 #include "nxfv/list_command.h"
-#include "platform/linux/linux_platform.h"
+#include "nxfv/platform/linux/linux_platform.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
-#include "archive/archive_reader.h"
+#include "nxfv/archive/archive_reader.h"
 
 #include <limits>
 
-#include "archive/reader_steps.h"
+#include "nxfv/archive/reader_steps.h"
 
 namespace nxfv {
 

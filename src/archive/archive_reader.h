@@ -30,7 +30,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/platform.h"
+#include "nxfv/platform/platform.h"
 
 namespace nxfv {
 

@@ -1,6 +1,6 @@
-#include "archive/archive_text.h"
+#include "nxfv/archive/archive_text.h"
 
-#include "platform/utf8.h"
+#include "nxfv/platform/utf8.h"
 
 namespace nxfv {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/services.h"
+#include "nxfv/platform/services.h"
 
 namespace nxfv {
 

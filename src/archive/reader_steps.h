@@ -9,10 +9,10 @@
 #include <string>
 #include <vector>
 
-#include "archive/archive_text.h"
-#include "archive/windowed_file.h"
-#include "platform/error_state.h"
-#include "platform/platform.h"
+#include "nxfv/archive/archive_text.h"
+#include "nxfv/archive/windowed_file.h"
+#include "nxfv/platform/error_state.h"
+#include "nxfv/platform/platform.h"
 
 namespace nxfv::archive_detail {
 

@@ -1,4 +1,4 @@
-#include "archive/windowed_file.h"
+#include "nxfv/archive/windowed_file.h"
 
 #include <algorithm>
 #include <cstring>

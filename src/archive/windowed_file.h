@@ -12,7 +12,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "platform/services.h"
+#include "nxfv/platform/services.h"
 
 namespace nxfv {
 

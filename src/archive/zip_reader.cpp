@@ -4,11 +4,11 @@
 #include <array>
 #include <memory>
 
-#include "archive/archive_reader.h"
-#include "archive/archive_text.h"
-#include "archive/byte_reader.h"
-#include "archive/reader_steps.h"
-#include "archive/zip_layout.h"
+#include "nxfv/archive/archive_reader.h"
+#include "nxfv/archive/archive_text.h"
+#include "nxfv/archive/byte_reader.h"
+#include "nxfv/archive/reader_steps.h"
+#include "nxfv/archive/zip_layout.h"
 
 namespace nxfv {
 

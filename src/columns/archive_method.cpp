@@ -1,6 +1,6 @@
-#include "columns/archive_method.h"
+#include "nxfv/columns/archive_method.h"
 
-#include "columns/formatting.h"
+#include "nxfv/columns/formatting.h"
 
 namespace nxfv {
 

@@ -1,10 +1,10 @@
-#include "columns/column_set.h"
+#include "nxfv/columns/column_set.h"
 
 #include <charconv>
 
-#include "platform/error_state.h"
-#include "platform/platform.h"
-#include "shell/resource_strings.h"
+#include "nxfv/platform/error_state.h"
+#include "nxfv/platform/platform.h"
+#include "nxfv/shell/resource_strings.h"
 
 namespace nxfv {
 

@@ -11,9 +11,9 @@
 #include <cstdint>
 #include <string>
 
-#include "model/header_data.h"
-#include "model/k_collection.h"
-#include "platform/list_view.h"
+#include "nxfv/model/header_data.h"
+#include "nxfv/model/k_collection.h"
+#include "nxfv/platform/list_view.h"
 
 namespace nxfv {
 

@@ -1,11 +1,11 @@
-#include "columns/date_text.h"
+#include "nxfv/columns/date_text.h"
 
 #include <cmath>
 #include <vector>
 
-#include "platform/date.h"
-#include "platform/platform.h"
-#include "platform/utf8.h"
+#include "nxfv/platform/date.h"
+#include "nxfv/platform/platform.h"
+#include "nxfv/platform/utf8.h"
 
 namespace nxfv {
 

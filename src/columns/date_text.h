@@ -18,7 +18,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/services.h"
+#include "nxfv/platform/services.h"
 
 namespace nxfv {
 

@@ -1,15 +1,15 @@
-#include "columns/formatting.h"
+#include "nxfv/columns/formatting.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <vector>
 
-#include "platform/numeric_text.h"
-#include "platform/platform.h"
-#include "platform/utf8.h"
-#include "platform/variant.h"
-#include "shell/path_text.h"
+#include "nxfv/platform/numeric_text.h"
+#include "nxfv/platform/platform.h"
+#include "nxfv/platform/utf8.h"
+#include "nxfv/platform/variant.h"
+#include "nxfv/shell/path_text.h"
 
 namespace nxfv {
 

@@ -14,8 +14,8 @@
 #include <string>
 #include <string_view>
 
-#include "columns/date_text.h"
-#include "platform/services.h"
+#include "nxfv/columns/date_text.h"
+#include "nxfv/platform/services.h"
 
 namespace nxfv {
 

@@ -1,10 +1,10 @@
-#include "columns/sort_keys.h"
+#include "nxfv/columns/sort_keys.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "platform/list_view.h"
-#include "platform/utf8.h"
+#include "nxfv/platform/list_view.h"
+#include "nxfv/platform/utf8.h"
 
 namespace nxfv {
 

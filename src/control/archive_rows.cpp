@@ -1,13 +1,13 @@
-#include "control/archive_rows.h"
+#include "nxfv/control/archive_rows.h"
 
-#include "columns/archive_method.h"
-#include "columns/date_text.h"
-#include "columns/formatting.h"
-#include "control/column_setup.h"
-#include "control/host_boundary.h"
-#include "control/host_events.h"
-#include "platform/numeric_text.h"
-#include "shell/path_text.h"
+#include "nxfv/columns/archive_method.h"
+#include "nxfv/columns/date_text.h"
+#include "nxfv/columns/formatting.h"
+#include "nxfv/control/column_setup.h"
+#include "nxfv/control/host_boundary.h"
+#include "nxfv/control/host_events.h"
+#include "nxfv/platform/numeric_text.h"
+#include "nxfv/shell/path_text.h"
 
 namespace nxfv {
 

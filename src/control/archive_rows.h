@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "control/row_texts.h"
-#include "control/viewer_core.h"
+#include "nxfv/control/row_texts.h"
+#include "nxfv/control/viewer_core.h"
 
 namespace nxfv {
 

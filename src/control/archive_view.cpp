@@ -1,10 +1,10 @@
-#include "control/archive_view.h"
+#include "nxfv/control/archive_view.h"
 
-#include "archive/archive_reader.h"
-#include "control/archive_rows.h"
-#include "control/column_setup.h"
-#include "control/host_events.h"
-#include "control/listing_guard.h"
+#include "nxfv/archive/archive_reader.h"
+#include "nxfv/control/archive_rows.h"
+#include "nxfv/control/column_setup.h"
+#include "nxfv/control/host_events.h"
+#include "nxfv/control/listing_guard.h"
 
 namespace nxfv {
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "control/viewer_core.h"
+#include "nxfv/control/viewer_core.h"
 
 namespace nxfv {
 

@@ -1,4 +1,4 @@
-#include "control/column_setup.h"
+#include "nxfv/control/column_setup.h"
 
 namespace nxfv {
 

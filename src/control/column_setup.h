@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "control/viewer_core.h"
+#include "nxfv/control/viewer_core.h"
 
 namespace nxfv {
 

@@ -1,8 +1,8 @@
-#include "control/file_types.h"
+#include "nxfv/control/file_types.h"
 
 #include <algorithm>
 
-#include "shell/path_text.h"
+#include "nxfv/shell/path_text.h"
 
 namespace nxfv {
 

@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <string>
 
-#include "control/type_cache.h"
-#include "platform/platform.h"
+#include "nxfv/control/type_cache.h"
+#include "nxfv/platform/platform.h"
 
 namespace nxfv {
 

@@ -1,14 +1,14 @@
-#include "control/file_viewer.h"
+#include "nxfv/control/file_viewer.h"
 
 #include <algorithm>
 
-#include "columns/formatting.h"
-#include "control/archive_view.h"
-#include "control/column_setup.h"
-#include "control/file_viewer_internal.h"
-#include "control/folder_listing.h"
-#include "control/host_boundary.h"
-#include "platform/error_state.h"
+#include "nxfv/columns/formatting.h"
+#include "nxfv/control/archive_view.h"
+#include "nxfv/control/column_setup.h"
+#include "nxfv/control/file_viewer_internal.h"
+#include "nxfv/control/folder_listing.h"
+#include "nxfv/control/host_boundary.h"
+#include "nxfv/platform/error_state.h"
 
 namespace nxfv {
 

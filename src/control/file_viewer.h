@@ -27,13 +27,13 @@
 #include <string>
 #include <vector>
 
-#include "control/file_viewer_events.h"
-#include "control/viewer_settings.h"
-#include "model/file_collection.h"
-#include "model/header_data.h"
-#include "model/k_collection.h"
-#include "platform/list_view.h"
-#include "platform/platform.h"
+#include "nxfv/control/file_viewer_events.h"
+#include "nxfv/control/viewer_settings.h"
+#include "nxfv/model/file_collection.h"
+#include "nxfv/model/header_data.h"
+#include "nxfv/model/k_collection.h"
+#include "nxfv/platform/list_view.h"
+#include "nxfv/platform/platform.h"
 
 namespace nxfv {
 

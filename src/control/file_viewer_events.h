@@ -6,8 +6,8 @@
 #include <memory>
 #include <string>
 
-#include "model/file_list_item.h"
-#include "platform/list_view.h"
+#include "nxfv/model/file_list_item.h"
+#include "nxfv/platform/list_view.h"
 
 namespace nxfv {
 

@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <string>
 
-#include "control/file_viewer.h"
-#include "control/type_cache.h"
-#include "control/viewer_core.h"
+#include "nxfv/control/file_viewer.h"
+#include "nxfv/control/type_cache.h"
+#include "nxfv/control/viewer_core.h"
 
 namespace nxfv {
 

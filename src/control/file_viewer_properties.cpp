@@ -1,7 +1,7 @@
 // FileViewer's plain properties: stored values, each let marking its
 // property-bag key as changed.
-#include "control/file_viewer.h"
-#include "control/viewer_core.h"
+#include "nxfv/control/file_viewer.h"
+#include "nxfv/control/viewer_core.h"
 
 namespace nxfv {
 

@@ -1,11 +1,11 @@
-#include "control/folder_listing.h"
+#include "nxfv/control/folder_listing.h"
 
 #include <unordered_set>
 
-#include "control/column_setup.h"
-#include "control/folder_rows.h"
-#include "control/host_events.h"
-#include "control/listing_guard.h"
+#include "nxfv/control/column_setup.h"
+#include "nxfv/control/folder_rows.h"
+#include "nxfv/control/host_events.h"
+#include "nxfv/control/listing_guard.h"
 
 namespace nxfv {
 

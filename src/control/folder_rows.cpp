@@ -1,14 +1,14 @@
-#include "control/folder_rows.h"
+#include "nxfv/control/folder_rows.h"
 
 #include <cctype>
 #include <cmath>
 
-#include "columns/date_text.h"
-#include "columns/formatting.h"
-#include "control/host_events.h"
-#include "platform/wildcard.h"
-#include "shell/date_convert.h"
-#include "shell/path_text.h"
+#include "nxfv/columns/date_text.h"
+#include "nxfv/columns/formatting.h"
+#include "nxfv/control/host_events.h"
+#include "nxfv/platform/wildcard.h"
+#include "nxfv/shell/date_convert.h"
+#include "nxfv/shell/path_text.h"
 
 namespace nxfv {
 

@@ -5,10 +5,10 @@
 #include <cstdint>
 #include <string>
 
-#include "control/row_texts.h"
-#include "control/viewer_core.h"
-#include "platform/numeric_text.h"
-#include "platform/shared_text.h"
+#include "nxfv/control/row_texts.h"
+#include "nxfv/control/viewer_core.h"
+#include "nxfv/platform/numeric_text.h"
+#include "nxfv/platform/shared_text.h"
 
 namespace nxfv {
 

@@ -6,9 +6,9 @@
 #include <exception>
 #include <string>
 
-#include "platform/error_state.h"
-#include "platform/platform.h"
-#include "shell/show_error.h"
+#include "nxfv/platform/error_state.h"
+#include "nxfv/platform/platform.h"
+#include "nxfv/shell/show_error.h"
 
 namespace nxfv {
 

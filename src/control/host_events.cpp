@@ -1,4 +1,4 @@
-#include "control/host_events.h"
+#include "nxfv/control/host_events.h"
 
 namespace nxfv {
 

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "control/viewer_core.h"
+#include "nxfv/control/viewer_core.h"
 
 namespace nxfv {
 

@@ -1,4 +1,4 @@
-#include "control/instance_table.h"
+#include "nxfv/control/instance_table.h"
 
 namespace nxfv {
 

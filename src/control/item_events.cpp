@@ -1,7 +1,7 @@
-#include "control/item_events.h"
+#include "nxfv/control/item_events.h"
 
-#include "control/host_boundary.h"
-#include "platform/list_view.h"
+#include "nxfv/control/host_boundary.h"
+#include "nxfv/platform/list_view.h"
 
 namespace nxfv {
 

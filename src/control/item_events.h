@@ -6,7 +6,7 @@
 
 #include <memory>
 
-#include "model/file_list_item.h"
+#include "nxfv/model/file_list_item.h"
 
 namespace nxfv {
 

@@ -1,4 +1,4 @@
-#include "control/listing_guard.h"
+#include "nxfv/control/listing_guard.h"
 
 namespace nxfv {
 

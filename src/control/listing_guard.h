@@ -4,8 +4,8 @@
 // observers hear one reset when the listing ends).
 #pragma once
 
-#include "control/ui_pointer.h"
-#include "control/viewer_core.h"
+#include "nxfv/control/ui_pointer.h"
+#include "nxfv/control/viewer_core.h"
 
 namespace nxfv {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/list_view.h"
+#include "nxfv/platform/list_view.h"
 
 namespace nxfv {
 

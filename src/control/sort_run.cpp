@@ -1,13 +1,13 @@
-#include "control/sort_run.h"
+#include "nxfv/control/sort_run.h"
 
 #include <algorithm>
 
-#include "columns/column_set.h"
-#include "columns/date_text.h"
-#include "columns/sort_keys.h"
-#include "control/ui_pointer.h"
-#include "platform/list_view.h"
-#include "platform/platform.h"
+#include "nxfv/columns/column_set.h"
+#include "nxfv/columns/date_text.h"
+#include "nxfv/columns/sort_keys.h"
+#include "nxfv/control/ui_pointer.h"
+#include "nxfv/platform/list_view.h"
+#include "nxfv/platform/platform.h"
 
 namespace nxfv {
 

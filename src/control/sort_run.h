@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "control/file_viewer_events.h"
+#include "nxfv/control/file_viewer_events.h"
 
 namespace nxfv {
 

@@ -1,4 +1,4 @@
-#include "control/type_cache.h"
+#include "nxfv/control/type_cache.h"
 
 #include <algorithm>
 

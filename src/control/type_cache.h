@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/shared_text.h"
+#include "nxfv/platform/shared_text.h"
 
 namespace nxfv {
 

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "platform/services.h"
+#include "nxfv/platform/services.h"
 
 namespace nxfv {
 

@@ -1,4 +1,4 @@
-#include "control/viewer_core.h"
+#include "nxfv/control/viewer_core.h"
 
 namespace nxfv {
 

@@ -8,17 +8,17 @@
 #include <string>
 #include <vector>
 
-#include "columns/column_set.h"
-#include "control/file_types.h"
-#include "control/file_viewer_events.h"
-#include "control/instance_table.h"
-#include "control/item_events.h"
-#include "control/sort_run.h"
-#include "control/viewer_settings.h"
-#include "model/file_collection.h"
-#include "model/k_collection.h"
-#include "platform/list_view.h"
-#include "platform/platform.h"
+#include "nxfv/columns/column_set.h"
+#include "nxfv/control/file_types.h"
+#include "nxfv/control/file_viewer_events.h"
+#include "nxfv/control/instance_table.h"
+#include "nxfv/control/item_events.h"
+#include "nxfv/control/sort_run.h"
+#include "nxfv/control/viewer_settings.h"
+#include "nxfv/model/file_collection.h"
+#include "nxfv/model/k_collection.h"
+#include "nxfv/platform/list_view.h"
+#include "nxfv/platform/platform.h"
 
 namespace nxfv {
 

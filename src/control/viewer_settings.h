@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "model/header_data.h"
+#include "nxfv/model/header_data.h"
 
 namespace nxfv {
 

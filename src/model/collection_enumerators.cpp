@@ -1,6 +1,6 @@
-#include "model/collection_enumerators.h"
+#include "nxfv/model/collection_enumerators.h"
 
-#include "model/file_collection.h"
+#include "nxfv/model/file_collection.h"
 
 namespace nxfv {
 

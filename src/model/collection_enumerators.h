@@ -15,7 +15,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/variant.h"
+#include "nxfv/platform/variant.h"
 
 namespace nxfv {
 

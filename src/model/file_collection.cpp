@@ -1,4 +1,4 @@
-#include "model/file_collection.h"
+#include "nxfv/model/file_collection.h"
 
 #include <mutex>
 #include <unordered_map>
@@ -6,10 +6,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "model/collection_enumerators.h"
-#include "model/key_compare.h"
-#include "platform/error_state.h"
-#include "shell/show_error.h"
+#include "nxfv/model/collection_enumerators.h"
+#include "nxfv/model/key_compare.h"
+#include "nxfv/platform/error_state.h"
+#include "nxfv/shell/show_error.h"
 
 namespace nxfv {
 

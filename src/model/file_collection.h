@@ -33,11 +33,11 @@
 #include <string>
 #include <vector>
 
-#include "model/file_list_item.h"
-#include "model/key_hash_index.h"
-#include "model/position_list.h"
-#include "platform/platform.h"
-#include "platform/variant.h"
+#include "nxfv/model/file_list_item.h"
+#include "nxfv/model/key_hash_index.h"
+#include "nxfv/model/position_list.h"
+#include "nxfv/platform/platform.h"
+#include "nxfv/platform/variant.h"
 
 namespace nxfv {
 

@@ -1,7 +1,7 @@
-#include "model/file_list_item.h"
+#include "nxfv/model/file_list_item.h"
 
-#include "model/file_collection.h"
-#include "platform/error_state.h"
+#include "nxfv/model/file_collection.h"
+#include "nxfv/platform/error_state.h"
 
 namespace nxfv {
 

@@ -20,8 +20,8 @@
 #include <memory>
 #include <string>
 
-#include "platform/shared_text.h"
-#include "platform/variant.h"
+#include "nxfv/platform/shared_text.h"
+#include "nxfv/platform/variant.h"
 
 namespace nxfv {
 

@@ -10,7 +10,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/variant.h"
+#include "nxfv/platform/variant.h"
 
 namespace nxfv {
 

@@ -1,6 +1,6 @@
-#include "model/k_collection.h"
+#include "nxfv/model/k_collection.h"
 
-#include "platform/error_state.h"
+#include "nxfv/platform/error_state.h"
 
 namespace nxfv {
 

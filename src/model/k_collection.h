@@ -26,10 +26,10 @@
 #include <memory>
 #include <string>
 
-#include "model/header_data.h"
-#include "model/runtime_collection.h"
-#include "platform/platform.h"
-#include "platform/variant.h"
+#include "nxfv/model/header_data.h"
+#include "nxfv/model/runtime_collection.h"
+#include "nxfv/platform/platform.h"
+#include "nxfv/platform/variant.h"
 
 namespace nxfv {
 

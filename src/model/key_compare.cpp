@@ -1,9 +1,9 @@
-#include "model/key_compare.h"
+#include "nxfv/model/key_compare.h"
 
 #include <algorithm>
 #include <functional>
 
-#include "platform/utf8.h"
+#include "nxfv/platform/utf8.h"
 
 namespace nxfv {
 

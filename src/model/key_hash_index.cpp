@@ -1,4 +1,4 @@
-#include "model/key_hash_index.h"
+#include "nxfv/model/key_hash_index.h"
 
 namespace nxfv {
 

@@ -1,4 +1,4 @@
-#include "model/position_list.h"
+#include "nxfv/model/position_list.h"
 
 namespace nxfv {
 

@@ -1,9 +1,9 @@
-#include "model/runtime_collection.h"
+#include "nxfv/model/runtime_collection.h"
 
 #include <cmath>
 
-#include "model/key_compare.h"
-#include "platform/error_state.h"
+#include "nxfv/model/key_compare.h"
+#include "nxfv/platform/error_state.h"
 
 namespace nxfv {
 

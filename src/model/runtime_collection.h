@@ -20,7 +20,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/variant.h"
+#include "nxfv/platform/variant.h"
 
 namespace nxfv {
 

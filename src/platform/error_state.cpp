@@ -1,4 +1,4 @@
-#include "platform/error_state.h"
+#include "nxfv/platform/error_state.h"
 
 #include <new>
 

@@ -1,4 +1,4 @@
-#include "platform/file_uri_list.h"
+#include "nxfv/platform/file_uri_list.h"
 
 namespace nxfv {
 

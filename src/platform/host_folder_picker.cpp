@@ -1,4 +1,4 @@
-#include "platform/host_folder_picker.h"
+#include "nxfv/platform/host_folder_picker.h"
 
 namespace nxfv {
 

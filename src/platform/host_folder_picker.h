@@ -5,7 +5,7 @@
 
 #include <functional>
 
-#include "platform/folder_picker.h"
+#include "nxfv/platform/folder_picker.h"
 
 namespace nxfv {
 

@@ -1,4 +1,4 @@
-#include "platform/in_process_clipboard.h"
+#include "nxfv/platform/in_process_clipboard.h"
 
 namespace nxfv {
 

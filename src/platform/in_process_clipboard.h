@@ -2,7 +2,7 @@
 // window system clipboard backs it.
 #pragma once
 
-#include "platform/file_clipboard.h"
+#include "nxfv/platform/file_clipboard.h"
 
 namespace nxfv {
 

@@ -1,4 +1,4 @@
-#include "platform/launcher.h"
+#include "nxfv/platform/launcher.h"
 
 #include <array>
 #include <utility>

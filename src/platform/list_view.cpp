@@ -1,12 +1,12 @@
-#include "platform/list_view.h"
+#include "nxfv/platform/list_view.h"
 
 #include <algorithm>
 #include <climits>
 #include <cstring>
 
-#include "platform/error_state.h"
-#include "platform/numeric_text.h"
-#include "platform/utf8.h"
+#include "nxfv/platform/error_state.h"
+#include "nxfv/platform/numeric_text.h"
+#include "nxfv/platform/utf8.h"
 
 namespace nxfv {
 

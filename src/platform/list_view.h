@@ -63,9 +63,9 @@
 #include <unordered_map>
 #include <vector>
 
-#include "platform/list_view_observer.h"
-#include "platform/row_key_index.h"
-#include "platform/shared_text.h"
+#include "nxfv/platform/list_view_observer.h"
+#include "nxfv/platform/row_key_index.h"
+#include "nxfv/platform/shared_text.h"
 
 namespace nxfv {
 

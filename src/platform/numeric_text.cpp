@@ -1,4 +1,4 @@
-#include "platform/numeric_text.h"
+#include "nxfv/platform/numeric_text.h"
 
 #include <cctype>
 #include <cmath>

@@ -1,6 +1,6 @@
-#include "platform/platform.h"
+#include "nxfv/platform/platform.h"
 
-#include "platform/sim/simulated_platform.h"
+#include "nxfv/platform/sim/simulated_platform.h"
 
 namespace nxfv {
 

@@ -7,13 +7,13 @@
 #include <string>
 #include <vector>
 
-#include "platform/change_notifier.h"
-#include "platform/file_clipboard.h"
-#include "platform/file_operation_service.h"
-#include "platform/folder_picker.h"
-#include "platform/launcher.h"
-#include "platform/services.h"
-#include "platform/timer_service.h"
+#include "nxfv/platform/change_notifier.h"
+#include "nxfv/platform/file_clipboard.h"
+#include "nxfv/platform/file_operation_service.h"
+#include "nxfv/platform/folder_picker.h"
+#include "nxfv/platform/launcher.h"
+#include "nxfv/platform/services.h"
+#include "nxfv/platform/timer_service.h"
 
 namespace nxfv {
 

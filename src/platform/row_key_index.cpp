@@ -1,6 +1,6 @@
-#include "platform/row_key_index.h"
+#include "nxfv/platform/row_key_index.h"
 
-#include "platform/list_view.h"
+#include "nxfv/platform/list_view.h"
 
 namespace nxfv {
 

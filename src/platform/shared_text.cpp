@@ -1,9 +1,9 @@
-#include "platform/shared_text.h"
+#include "nxfv/platform/shared_text.h"
 
 #include <cstring>
 #include <new>
 
-#include "platform/error_state.h"
+#include "nxfv/platform/error_state.h"
 
 namespace nxfv {
 

@@ -1,4 +1,4 @@
-#include "platform/timer_queue.h"
+#include "nxfv/platform/timer_queue.h"
 
 namespace nxfv {
 

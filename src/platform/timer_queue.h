@@ -10,7 +10,7 @@
 #include <set>
 #include <utility>
 
-#include "platform/timer_service.h"
+#include "nxfv/platform/timer_service.h"
 
 namespace nxfv {
 

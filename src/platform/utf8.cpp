@@ -1,6 +1,6 @@
-#include "platform/utf8.h"
+#include "nxfv/platform/utf8.h"
 
-#include "platform/case_table.h"
+#include "nxfv/platform/case_table.h"
 
 namespace nxfv {
 

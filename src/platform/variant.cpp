@@ -1,4 +1,4 @@
-#include "platform/variant.h"
+#include "nxfv/platform/variant.h"
 
 #include <atomic>
 #include <cmath>
@@ -9,8 +9,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "platform/error_state.h"
-#include "platform/numeric_text.h"
+#include "nxfv/platform/error_state.h"
+#include "nxfv/platform/numeric_text.h"
 
 namespace nxfv {
 

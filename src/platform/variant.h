@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/shared_text.h"
+#include "nxfv/platform/shared_text.h"
 
 namespace nxfv {
 

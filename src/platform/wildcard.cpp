@@ -1,8 +1,8 @@
-#include "platform/wildcard.h"
+#include "nxfv/platform/wildcard.h"
 
 #include <string>
 
-#include "platform/utf8.h"
+#include "nxfv/platform/utf8.h"
 
 namespace nxfv {
 

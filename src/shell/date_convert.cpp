@@ -1,7 +1,7 @@
-#include "shell/date_convert.h"
+#include "nxfv/shell/date_convert.h"
 
-#include "platform/date.h"
-#include "platform/platform.h"
+#include "nxfv/platform/date.h"
+#include "nxfv/platform/platform.h"
 
 namespace nxfv {
 

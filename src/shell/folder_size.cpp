@@ -1,10 +1,10 @@
-#include "shell/folder_size.h"
+#include "nxfv/shell/folder_size.h"
 
 #include <vector>
 
-#include "platform/platform.h"
-#include "shell/date_convert.h"
-#include "shell/path_text.h"
+#include "nxfv/platform/platform.h"
+#include "nxfv/shell/date_convert.h"
+#include "nxfv/shell/path_text.h"
 
 namespace nxfv {
 

@@ -1,10 +1,10 @@
-#include "shell/path_text.h"
+#include "nxfv/shell/path_text.h"
 
 #include <cstdint>
 
-#include "platform/error_state.h"
-#include "platform/platform.h"
-#include "platform/utf8.h"
+#include "nxfv/platform/error_state.h"
+#include "nxfv/platform/platform.h"
+#include "nxfv/platform/utf8.h"
 
 namespace nxfv {
 

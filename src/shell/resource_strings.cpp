@@ -1,7 +1,7 @@
-#include "shell/resource_strings.h"
+#include "nxfv/shell/resource_strings.h"
 
-#include "platform/platform.h"
-#include "platform/utf8.h"
+#include "nxfv/platform/platform.h"
+#include "nxfv/platform/utf8.h"
 
 namespace nxfv {
 

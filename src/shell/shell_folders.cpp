@@ -1,7 +1,7 @@
-#include "shell/shell_folders.h"
+#include "nxfv/shell/shell_folders.h"
 
-#include "platform/platform.h"
-#include "shell/path_text.h"
+#include "nxfv/platform/platform.h"
+#include "nxfv/shell/path_text.h"
 
 namespace nxfv {
 

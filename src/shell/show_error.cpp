@@ -1,7 +1,7 @@
-#include "shell/show_error.h"
+#include "nxfv/shell/show_error.h"
 
-#include "platform/error_state.h"
-#include "platform/platform.h"
+#include "nxfv/platform/error_state.h"
+#include "nxfv/platform/platform.h"
 
 namespace nxfv {
 

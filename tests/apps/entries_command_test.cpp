@@ -6,7 +6,7 @@
 #include <sstream>
 
 #include "archive/archive_writer.h"
-#include "platform/sim/simulated_platform.h"
+#include "nxfv/platform/sim/simulated_platform.h"
 
 namespace nxfv::cli {
 namespace {

@@ -8,8 +8,8 @@
 #include <sstream>
 
 #include "nxfv/list_output.h"
-#include "platform/linux/linux_platform.h"
-#include "platform/variant.h"
+#include "nxfv/platform/linux/linux_platform.h"
+#include "nxfv/platform/variant.h"
 
 namespace nxfv::cli {
 namespace {

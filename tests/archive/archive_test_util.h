@@ -14,9 +14,9 @@
 #include <tuple>
 #include <vector>
 
-#include "archive/archive_reader.h"
+#include "nxfv/archive/archive_reader.h"
 #include "archive_writer.h"
-#include "platform/sim/simulated_platform.h"
+#include "nxfv/platform/sim/simulated_platform.h"
 
 namespace nxfv::testing_archive {
 

@@ -1,10 +1,10 @@
-#include "archive/archive_text.h"
+#include "nxfv/archive/archive_text.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/date.h"
-#include "platform/sim/sim_services.h"
-#include "platform/utf8.h"
+#include "nxfv/platform/date.h"
+#include "nxfv/platform/sim/sim_services.h"
+#include "nxfv/platform/utf8.h"
 
 namespace nxfv {
 namespace {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "archive_test_util.h"
-#include "platform/date.h"
+#include "nxfv/platform/date.h"
 
 namespace nxfv {
 namespace {

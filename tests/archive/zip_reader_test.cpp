@@ -4,9 +4,9 @@
 #include <filesystem>
 
 #include "archive_test_util.h"
-#include "platform/date.h"
-#include "platform/error_state.h"
-#include "platform/linux/linux_platform.h"
+#include "nxfv/platform/date.h"
+#include "nxfv/platform/error_state.h"
+#include "nxfv/platform/linux/linux_platform.h"
 
 namespace nxfv {
 namespace {

@@ -1,8 +1,8 @@
-#include "columns/sort_keys.h"
+#include "nxfv/columns/sort_keys.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/list_view.h"
+#include "nxfv/platform/list_view.h"
 
 namespace nxfv {
 namespace {

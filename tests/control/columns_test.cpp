@@ -1,7 +1,7 @@
 #include <thread>
 
-#include "control/instance_table.h"
-#include "platform/error_state.h"
+#include "nxfv/control/instance_table.h"
+#include "nxfv/platform/error_state.h"
 #include "viewer_fixture.h"
 
 namespace nxfv::testing {

@@ -1,7 +1,7 @@
 // Whatever a host's handler does, the control reports it and stays usable.
 #include <stdexcept>
 
-#include "platform/error_state.h"
+#include "nxfv/platform/error_state.h"
 #include "viewer_fixture.h"
 
 namespace nxfv::testing {

@@ -5,8 +5,8 @@
 #include <cstdlib>
 #include <fstream>
 
-#include "control/file_viewer.h"
-#include "platform/linux/linux_platform.h"
+#include "nxfv/control/file_viewer.h"
+#include "nxfv/platform/linux/linux_platform.h"
 #include "viewer_fixture.h"
 
 namespace nxfv::testing {

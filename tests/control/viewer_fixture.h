@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "control/file_viewer.h"
-#include "control/file_viewer_internal.h"
-#include "platform/sim/simulated_platform.h"
+#include "nxfv/control/file_viewer.h"
+#include "nxfv/control/file_viewer_internal.h"
+#include "nxfv/platform/sim/simulated_platform.h"
 
 namespace nxfv::testing {
 

@@ -1,4 +1,4 @@
-#include "model/file_collection.h"
+#include "nxfv/model/file_collection.h"
 
 #include <gtest/gtest.h>
 
@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "model/collection_enumerators.h"
-#include "model/key_compare.h"
-#include "platform/error_state.h"
-#include "platform/sim/simulated_platform.h"
+#include "nxfv/model/collection_enumerators.h"
+#include "nxfv/model/key_compare.h"
+#include "nxfv/platform/error_state.h"
+#include "nxfv/platform/sim/simulated_platform.h"
 
 namespace nxfv {
 namespace {

@@ -1,12 +1,12 @@
-#include "model/file_list_item.h"
+#include "nxfv/model/file_list_item.h"
 
 #include <gtest/gtest.h>
 
 #include <optional>
 
-#include "model/file_collection.h"
-#include "platform/error_state.h"
-#include "platform/sim/simulated_platform.h"
+#include "nxfv/model/file_collection.h"
+#include "nxfv/platform/error_state.h"
+#include "nxfv/platform/sim/simulated_platform.h"
 
 namespace nxfv {
 namespace {

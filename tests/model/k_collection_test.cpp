@@ -1,13 +1,13 @@
-#include "model/k_collection.h"
+#include "nxfv/model/k_collection.h"
 
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
 #include <filesystem>
 
-#include "platform/error_state.h"
-#include "platform/linux/linux_platform.h"
-#include "platform/sim/simulated_platform.h"
+#include "nxfv/platform/error_state.h"
+#include "nxfv/platform/linux/linux_platform.h"
+#include "nxfv/platform/sim/simulated_platform.h"
 
 namespace nxfv {
 namespace {

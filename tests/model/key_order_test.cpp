@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "model/key_compare.h"
-#include "model/key_hash_index.h"
-#include "platform/case_table.h"
-#include "platform/utf8.h"
+#include "nxfv/model/key_compare.h"
+#include "nxfv/model/key_hash_index.h"
+#include "nxfv/platform/case_table.h"
+#include "nxfv/platform/utf8.h"
 
 namespace nxfv {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/sim/simulated_platform.h"
+#include "nxfv/platform/sim/simulated_platform.h"
 
 #include <gtest/gtest.h>
 

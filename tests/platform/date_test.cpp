@@ -1,4 +1,4 @@
-#include "platform/date.h"
+#include "nxfv/platform/date.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
-#include "platform/error_state.h"
+#include "nxfv/platform/error_state.h"
 
 #include <gtest/gtest.h>
 
 #include <thread>
 
-#include "platform/sim/simulated_platform.h"
-#include "shell/show_error.h"
+#include "nxfv/platform/sim/simulated_platform.h"
+#include "nxfv/shell/show_error.h"
 
 namespace nxfv {
 namespace {

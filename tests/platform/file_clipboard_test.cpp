@@ -1,8 +1,8 @@
-#include "platform/file_uri_list.h"
+#include "nxfv/platform/file_uri_list.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/sim/simulated_platform.h"
+#include "nxfv/platform/sim/simulated_platform.h"
 
 namespace nxfv {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/sim/sim_file_operations.h"
+#include "nxfv/platform/sim/sim_file_operations.h"
 
 #include <gtest/gtest.h>
 

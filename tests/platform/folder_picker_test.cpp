@@ -1,10 +1,10 @@
-#include "platform/host_folder_picker.h"
+#include "nxfv/platform/host_folder_picker.h"
 
 #include <gtest/gtest.h>
 
 #include <stdexcept>
 
-#include "platform/sim/sim_folder_picker.h"
+#include "nxfv/platform/sim/sim_folder_picker.h"
 
 namespace nxfv {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/list_view.h"
+#include "nxfv/platform/list_view.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/error_state.h"
+#include "nxfv/platform/error_state.h"
 
 namespace nxfv {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/wildcard.h"
+#include "nxfv/platform/wildcard.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
-#include "platform/linux/file_name_escape.h"
+#include "nxfv/platform/linux/file_name_escape.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
-#include "platform/utf8.h"
+#include "nxfv/platform/utf8.h"
 
 namespace nxfv {
 namespace {

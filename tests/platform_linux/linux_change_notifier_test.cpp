@@ -1,4 +1,4 @@
-#include "platform/linux/linux_change_notifier.h"
+#include "nxfv/platform/linux/linux_change_notifier.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

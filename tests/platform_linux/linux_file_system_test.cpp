@@ -1,5 +1,5 @@
 // LinuxFileSystem on real temporary folders.
-#include "platform/linux/linux_file_system.h"
+#include "nxfv/platform/linux/linux_file_system.h"
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -7,7 +7,7 @@
 #include <functional>
 #include <map>
 
-#include "platform/linux/file_name_escape.h"
+#include "nxfv/platform/linux/file_name_escape.h"
 #include "temp_dir.h"
 
 namespace nxfv {

@@ -3,11 +3,11 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include "platform/linux/file_attributes.h"
-#include "platform/linux/hidden_names.h"
-#include "platform/linux/mount_table.h"
-#include "platform/linux/volume_names.h"
-#include "platform/services.h"
+#include "nxfv/platform/linux/file_attributes.h"
+#include "nxfv/platform/linux/hidden_names.h"
+#include "nxfv/platform/linux/mount_table.h"
+#include "nxfv/platform/linux/volume_names.h"
+#include "nxfv/platform/services.h"
 
 namespace nxfv {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/linux/linux_launcher.h"
+#include "nxfv/platform/linux/linux_launcher.h"
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>

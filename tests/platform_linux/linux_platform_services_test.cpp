@@ -1,4 +1,4 @@
-#include "platform/linux/linux_platform.h"
+#include "nxfv/platform/linux/linux_platform.h"
 
 #include <gtest/gtest.h>
 

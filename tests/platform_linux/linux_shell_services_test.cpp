@@ -1,13 +1,13 @@
 // Icons, the message box and the platform's drive list and start folder.
-#include "platform/linux/linux_shell_services.h"
+#include "nxfv/platform/linux/linux_shell_services.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdio>
 
-#include "platform/linux/icon_table.h"
-#include "platform/linux/linux_platform.h"
-#include "platform/linux/mime_database.h"
+#include "nxfv/platform/linux/icon_table.h"
+#include "nxfv/platform/linux/linux_platform.h"
+#include "nxfv/platform/linux/mime_database.h"
 #include "temp_dir.h"
 
 namespace nxfv {

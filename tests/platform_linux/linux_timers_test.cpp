@@ -1,4 +1,4 @@
-#include "platform/linux/linux_timers.h"
+#include "nxfv/platform/linux/linux_timers.h"
 
 #include <gtest/gtest.h>
 #include <poll.h>

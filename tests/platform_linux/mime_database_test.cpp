@@ -1,10 +1,10 @@
 // The MIME database on a small made-up database (exact rules) and on the
 // system's shared-mime-info (the lookups the listing relies on).
-#include "platform/linux/mime_database.h"
+#include "nxfv/platform/linux/mime_database.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/linux/linux_shell_services.h"
+#include "nxfv/platform/linux/linux_shell_services.h"
 #include "temp_dir.h"
 
 namespace nxfv {

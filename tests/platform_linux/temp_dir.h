@@ -10,7 +10,7 @@
 
 #include <string>
 
-#include "platform/linux/linux_file_system.h"
+#include "nxfv/platform/linux/linux_file_system.h"
 
 namespace nxfv::testing {
 

@@ -1,9 +1,9 @@
-#include "shell/date_convert.h"
+#include "nxfv/shell/date_convert.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/date.h"
-#include "platform/sim/simulated_platform.h"
+#include "nxfv/platform/date.h"
+#include "nxfv/platform/sim/simulated_platform.h"
 
 namespace nxfv {
 namespace {

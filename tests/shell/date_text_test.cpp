@@ -1,11 +1,11 @@
-#include "columns/date_text.h"
+#include "nxfv/columns/date_text.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 
-#include "platform/date.h"
-#include "platform/sim/simulated_platform.h"
+#include "nxfv/platform/date.h"
+#include "nxfv/platform/sim/simulated_platform.h"
 
 namespace nxfv {
 namespace {

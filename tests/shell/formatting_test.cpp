@@ -1,12 +1,12 @@
-#include "columns/formatting.h"
+#include "nxfv/columns/formatting.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
 
-#include "platform/sim/simulated_platform.h"
-#include "platform/variant.h"
+#include "nxfv/platform/sim/simulated_platform.h"
+#include "nxfv/platform/variant.h"
 
 namespace nxfv {
 namespace {

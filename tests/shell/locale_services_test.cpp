@@ -8,11 +8,11 @@
 #include <fstream>
 #include <optional>
 
-#include "columns/formatting.h"
-#include "platform/date.h"
-#include "platform/linux/linux_locale_time.h"
-#include "platform/sim/sim_services.h"
-#include "shell/shell_folders.h"
+#include "nxfv/columns/formatting.h"
+#include "nxfv/platform/date.h"
+#include "nxfv/platform/linux/linux_locale_time.h"
+#include "nxfv/platform/sim/sim_services.h"
+#include "nxfv/shell/shell_folders.h"
 
 namespace nxfv {
 namespace {

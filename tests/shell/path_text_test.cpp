@@ -1,10 +1,10 @@
-#include "shell/path_text.h"
+#include "nxfv/shell/path_text.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/error_state.h"
-#include "platform/linux/linux_platform.h"
-#include "platform/sim/simulated_platform.h"
+#include "nxfv/platform/error_state.h"
+#include "nxfv/platform/linux/linux_platform.h"
+#include "nxfv/platform/sim/simulated_platform.h"
 
 namespace nxfv {
 namespace {

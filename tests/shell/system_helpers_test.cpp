@@ -1,8 +1,8 @@
 // FolderSize, LoadResString and SpecialFolderPath.
 #include <gtest/gtest.h>
 
-#include "platform/sim/simulated_platform.h"
-#include "shell/shell_helpers.h"
+#include "nxfv/platform/sim/simulated_platform.h"
+#include "nxfv/shell/shell_helpers.h"
 
 namespace nxfv {
 namespace {

@@ -1,10 +1,10 @@
-#include "platform/linux/file_attributes.h"
+#include "nxfv/platform/linux/file_attributes.h"
 
 #include <sys/stat.h>
 
 #include <limits>
 
-#include "platform/services.h"
+#include "nxfv/platform/services.h"
 
 namespace nxfv {
 

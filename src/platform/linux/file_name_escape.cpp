@@ -1,4 +1,4 @@
-#include "platform/linux/file_name_escape.h"
+#include "nxfv/platform/linux/file_name_escape.h"
 
 #include <cstdint>
 

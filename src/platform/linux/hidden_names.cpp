@@ -1,4 +1,4 @@
-#include "platform/linux/hidden_names.h"
+#include "nxfv/platform/linux/hidden_names.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

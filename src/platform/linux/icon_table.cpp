@@ -1,4 +1,4 @@
-#include "platform/linux/icon_table.h"
+#include "nxfv/platform/linux/icon_table.h"
 
 namespace nxfv {
 

@@ -1,4 +1,4 @@
-#include "platform/linux/linux_change_notifier.h"
+#include "nxfv/platform/linux/linux_change_notifier.h"
 
 #include <sys/inotify.h>
 #include <unistd.h>
@@ -8,7 +8,7 @@
 #include <cstring>
 #include <utility>
 
-#include "platform/linux/file_name_escape.h"
+#include "nxfv/platform/linux/file_name_escape.h"
 
 namespace nxfv {
 

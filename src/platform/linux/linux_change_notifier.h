@@ -8,7 +8,7 @@
 // and Watch answers false.
 #pragma once
 
-#include "platform/change_notifier.h"
+#include "nxfv/platform/change_notifier.h"
 
 namespace nxfv {
 

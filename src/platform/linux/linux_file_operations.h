@@ -4,7 +4,7 @@
 // engine (with the trash for undo) replaces it when file operations land.
 #pragma once
 
-#include "platform/file_operation_service.h"
+#include "nxfv/platform/file_operation_service.h"
 
 namespace nxfv {
 

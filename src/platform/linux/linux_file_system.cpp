@@ -1,4 +1,4 @@
-#include "platform/linux/linux_file_system.h"
+#include "nxfv/platform/linux/linux_file_system.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -17,10 +17,10 @@
 #include <thread>
 #include <vector>
 
-#include "platform/linux/file_attributes.h"
-#include "platform/linux/file_name_escape.h"
-#include "platform/linux/hidden_names.h"
-#include "platform/linux/volume_names.h"
+#include "nxfv/platform/linux/file_attributes.h"
+#include "nxfv/platform/linux/file_name_escape.h"
+#include "nxfv/platform/linux/hidden_names.h"
+#include "nxfv/platform/linux/volume_names.h"
 
 namespace nxfv {
 namespace {

@@ -6,7 +6,7 @@
 // decodes them again before calling the OS.
 #pragma once
 
-#include "platform/services.h"
+#include "nxfv/platform/services.h"
 
 namespace nxfv {
 

@@ -1,4 +1,4 @@
-#include "platform/linux/linux_launcher.h"
+#include "nxfv/platform/linux/linux_launcher.h"
 
 #include <spawn.h>
 #include <sys/stat.h>
@@ -13,7 +13,7 @@
 #include <mutex>
 #include <thread>
 
-#include "platform/linux/file_name_escape.h"
+#include "nxfv/platform/linux/file_name_escape.h"
 
 namespace nxfv {
 

@@ -18,7 +18,7 @@
 #include <memory>
 #include <vector>
 
-#include "platform/launcher.h"
+#include "nxfv/platform/launcher.h"
 
 namespace nxfv {
 

@@ -1,4 +1,4 @@
-#include "platform/linux/linux_locale_time.h"
+#include "nxfv/platform/linux/linux_locale_time.h"
 
 #include <langinfo.h>
 #include <locale.h>
@@ -11,8 +11,8 @@
 #include <cstdlib>
 #include <vector>
 
-#include "platform/date.h"
-#include "platform/utf8.h"
+#include "nxfv/platform/date.h"
+#include "nxfv/platform/utf8.h"
 
 namespace nxfv {
 

@@ -1,4 +1,4 @@
-#include "platform/linux/linux_platform.h"
+#include "nxfv/platform/linux/linux_platform.h"
 
 #include <pwd.h>
 #include <unistd.h>
@@ -7,8 +7,8 @@
 #include <fstream>
 #include <sstream>
 
-#include "platform/linux/file_name_escape.h"
-#include "platform/linux/mount_table.h"
+#include "nxfv/platform/linux/file_name_escape.h"
+#include "nxfv/platform/linux/mount_table.h"
 
 namespace nxfv {
 

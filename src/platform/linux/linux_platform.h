@@ -3,16 +3,16 @@
 // calls the matching Dispatch() when one is readable.
 #pragma once
 
-#include "platform/host_folder_picker.h"
-#include "platform/in_process_clipboard.h"
-#include "platform/linux/linux_change_notifier.h"
-#include "platform/linux/linux_file_operations.h"
-#include "platform/linux/linux_file_system.h"
-#include "platform/linux/linux_launcher.h"
-#include "platform/linux/linux_locale_time.h"
-#include "platform/linux/linux_shell_services.h"
-#include "platform/linux/linux_timers.h"
-#include "platform/platform.h"
+#include "nxfv/platform/host_folder_picker.h"
+#include "nxfv/platform/in_process_clipboard.h"
+#include "nxfv/platform/linux/linux_change_notifier.h"
+#include "nxfv/platform/linux/linux_file_operations.h"
+#include "nxfv/platform/linux/linux_file_system.h"
+#include "nxfv/platform/linux/linux_launcher.h"
+#include "nxfv/platform/linux/linux_locale_time.h"
+#include "nxfv/platform/linux/linux_shell_services.h"
+#include "nxfv/platform/linux/linux_timers.h"
+#include "nxfv/platform/platform.h"
 
 namespace nxfv {
 

@@ -1,13 +1,13 @@
-#include "platform/linux/linux_shell_services.h"
+#include "nxfv/platform/linux/linux_shell_services.h"
 
 #include <sys/stat.h>
 
 #include <cstdio>
 #include <string_view>
 
-#include "platform/linux/file_name_escape.h"
-#include "platform/linux/icon_table.h"
-#include "platform/linux/mime_database.h"
+#include "nxfv/platform/linux/file_name_escape.h"
+#include "nxfv/platform/linux/icon_table.h"
+#include "nxfv/platform/linux/mime_database.h"
 
 namespace nxfv {
 namespace {

@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/services.h"
+#include "nxfv/platform/services.h"
 
 namespace nxfv {
 

@@ -5,7 +5,7 @@
 // When no timerfd can be made, PollFd() is -1 and Start answers 0.
 #pragma once
 
-#include "platform/timer_queue.h"
+#include "nxfv/platform/timer_queue.h"
 
 namespace nxfv {
 

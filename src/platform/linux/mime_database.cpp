@@ -1,4 +1,4 @@
-#include "platform/linux/mime_database.h"
+#include "nxfv/platform/linux/mime_database.h"
 
 #include <dirent.h>
 
@@ -6,7 +6,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "platform/utf8.h"
+#include "nxfv/platform/utf8.h"
 
 namespace nxfv {
 namespace {

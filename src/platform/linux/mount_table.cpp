@@ -1,4 +1,4 @@
-#include "platform/linux/mount_table.h"
+#include "nxfv/platform/linux/mount_table.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "platform/linux/volume_names.h"
+#include "nxfv/platform/linux/volume_names.h"
 
 namespace nxfv {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/sim/sim_change_notifier.h"
+#include "nxfv/platform/sim/sim_change_notifier.h"
 
 #include <utility>
 

@@ -6,8 +6,8 @@
 // trailing "\" optional.
 #pragma once
 
-#include "platform/change_notifier.h"
-#include "platform/services.h"
+#include "nxfv/platform/change_notifier.h"
+#include "nxfv/platform/services.h"
 
 namespace nxfv {
 

@@ -7,7 +7,7 @@
 #include <initializer_list>
 #include <vector>
 
-#include "platform/file_operation_service.h"
+#include "nxfv/platform/file_operation_service.h"
 
 namespace nxfv {
 

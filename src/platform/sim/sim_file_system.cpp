@@ -1,8 +1,8 @@
-#include "platform/sim/sim_file_system.h"
+#include "nxfv/platform/sim/sim_file_system.h"
 
 #include <cstring>
 
-#include "platform/utf8.h"
+#include "nxfv/platform/utf8.h"
 
 namespace nxfv {
 

@@ -1,4 +1,4 @@
-#include "platform/sim/sim_folder_picker.h"
+#include "nxfv/platform/sim/sim_folder_picker.h"
 
 namespace nxfv {
 

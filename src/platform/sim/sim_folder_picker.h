@@ -8,7 +8,7 @@
 #include <optional>
 #include <vector>
 
-#include "platform/folder_picker.h"
+#include "nxfv/platform/folder_picker.h"
 
 namespace nxfv {
 

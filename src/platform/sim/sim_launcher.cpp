@@ -1,4 +1,4 @@
-#include "platform/sim/sim_launcher.h"
+#include "nxfv/platform/sim/sim_launcher.h"
 
 namespace nxfv {
 

@@ -7,7 +7,7 @@
 #include <initializer_list>
 #include <vector>
 
-#include "platform/launcher.h"
+#include "nxfv/platform/launcher.h"
 
 namespace nxfv {
 

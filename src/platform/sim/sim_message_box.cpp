@@ -1,4 +1,4 @@
-#include "platform/sim/sim_message_box.h"
+#include "nxfv/platform/sim/sim_message_box.h"
 
 namespace nxfv {
 

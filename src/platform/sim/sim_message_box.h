@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/services.h"
+#include "nxfv/platform/services.h"
 
 namespace nxfv {
 

@@ -1,4 +1,4 @@
-#include "platform/sim/sim_timers.h"
+#include "nxfv/platform/sim/sim_timers.h"
 
 namespace nxfv {
 

@@ -3,7 +3,7 @@
 // at its own due time. A periodic timer fires once per interval passed.
 #pragma once
 
-#include "platform/timer_queue.h"
+#include "nxfv/platform/timer_queue.h"
 
 namespace nxfv {
 

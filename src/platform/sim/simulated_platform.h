@@ -3,16 +3,16 @@
 // through the typed accessors to set up files or read what was shown.
 #pragma once
 
-#include "platform/in_process_clipboard.h"
-#include "platform/platform.h"
-#include "platform/sim/sim_change_notifier.h"
-#include "platform/sim/sim_file_operations.h"
-#include "platform/sim/sim_file_system.h"
-#include "platform/sim/sim_folder_picker.h"
-#include "platform/sim/sim_launcher.h"
-#include "platform/sim/sim_message_box.h"
-#include "platform/sim/sim_services.h"
-#include "platform/sim/sim_timers.h"
+#include "nxfv/platform/in_process_clipboard.h"
+#include "nxfv/platform/platform.h"
+#include "nxfv/platform/sim/sim_change_notifier.h"
+#include "nxfv/platform/sim/sim_file_operations.h"
+#include "nxfv/platform/sim/sim_file_system.h"
+#include "nxfv/platform/sim/sim_folder_picker.h"
+#include "nxfv/platform/sim/sim_launcher.h"
+#include "nxfv/platform/sim/sim_message_box.h"
+#include "nxfv/platform/sim/sim_services.h"
+#include "nxfv/platform/sim/sim_timers.h"
 
 namespace nxfv {
 
