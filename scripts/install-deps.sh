@@ -4,7 +4,8 @@
 set -euo pipefail
 
 packages=(build-essential cmake ninja-build googletest libgtest-dev libgmock-dev libbenchmark-dev
-          clang libclang-rt-14-dev shared-mime-info locales zip unzip gcab cabextract)
+          clang libclang-rt-14-dev shared-mime-info locales zip unzip gcab cabextract
+          dpkg-dev file pkg-config)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
