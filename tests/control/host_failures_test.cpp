@@ -1,6 +1,7 @@
 // Whatever a host's handler does, the control reports it and stays usable.
 #include <stdexcept>
 
+#include "archive/archive_writer.h"
 #include "nxfv/platform/error_state.h"
 #include "viewer_fixture.h"
 
@@ -76,6 +77,17 @@ TEST_F(HostFailuresTest, AThrowingColumnClickHandlerLeavesTheSortAlone) {
   ASSERT_EQ(platform->SimBoxes().Shown().size(), 1u);
   EXPECT_EQ(platform->SimBoxes().Shown()[0].title, ".ColumnClick");
   EXPECT_EQ(viewer->SortColumns(), (std::vector<SortState>{{"nam", false}}));  // the click did not happen
+  ExpectIdle();
+}
+
+TEST_F(HostFailuresTest, AnArchiveEntryWhoseHandlerThrowsIsReportedAndTheRestStillShow) {
+  using testing_archive::ZipEntry;
+  files().AddFileWithContent("C:\\t.zip", testing_archive::BuildZip({ZipEntry("a.txt"), ZipEntry("b.txt")}));
+  listener.onSetUserdata = [](FileViewerEvents::ItemRef&, std::string&, std::string&) { throw 3; };
+  viewer->setCurrentfolder("C:\\t.zip");
+  ASSERT_EQ(platform->SimBoxes().Shown().size(), 2u);  // one box per entry, as the row builder reports
+  EXPECT_EQ(platform->SimBoxes().Shown()[1].title, ".ArchiveFileFound");
+  EXPECT_EQ(Texts(), (std::vector<std::string>{"a.txt", "b.txt"}));
   ExpectIdle();
 }
 
