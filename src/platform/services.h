@@ -66,11 +66,12 @@ class FileSystemService {
   virtual bool VolumeFileSystemName(const std::string& root, std::string& name) = 0;
   // The temporary folder, with a trailing separator.
   virtual std::string TempPath() = 0;
-  // Opens an existing file for reading (shared read/write); null on failure.
+  // Opens an existing regular file for reading (shared read/write); null on
+  // failure and for anything else (a folder, a FIFO, a device: never blocks).
   virtual std::unique_ptr<RandomAccessFile> OpenForRead(const std::string& path) = 0;
   // Writes the whole file, replacing it; false on failure.
   virtual bool WriteWholeFile(const std::string& path, const std::string& bytes) = 0;
-  // Reads the whole file; nullopt on failure.
+  // Reads the whole regular file; nullopt on failure or for anything else.
   virtual std::optional<std::string> ReadWholeFile(const std::string& path) = 0;
 };
 

@@ -2,6 +2,7 @@
 #include "nxfv/platform/linux/linux_file_system.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 
 #include <functional>
@@ -184,6 +185,11 @@ TEST_F(LinuxFileSystemTest, PositionedReadsStopAtTheEndAndVolumeNames) {
   }
   EXPECT_EQ(fs.OpenForRead(dir / "missing"), nullptr);
   EXPECT_EQ(fs.OpenForRead(dir.path()), nullptr) << "a folder is not a file";
+  // A FIFO without a writer would block a plain open for ever.
+  ASSERT_EQ(mkfifo((dir / "x.zip").c_str(), 0600), 0);
+  EXPECT_EQ(fs.OpenForRead(dir / "x.zip"), nullptr);
+  EXPECT_EQ(fs.ReadWholeFile(dir / "x.zip"), std::nullopt);
+  EXPECT_EQ(fs.OpenForRead("/dev/zero"), nullptr);
   std::string name;
   EXPECT_TRUE(fs.VolumeFileSystemName("/proc", name) && name == "proc") << name;
   EXPECT_FALSE(fs.VolumeFileSystemName(dir / "missing", name));

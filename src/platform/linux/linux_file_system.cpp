@@ -333,10 +333,12 @@ std::string LinuxFileSystem::TempPath() {
 
 std::unique_ptr<RandomAccessFile> LinuxFileSystem::OpenForRead(const std::string& path) {
   const std::string raw = UnescapeFileName(path);
-  const int fd = open(raw.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY);
+  // Non-blocking, so that a FIFO or a device under an archive's name is
+  // refused at once instead of waiting for a writer for ever.
+  const int fd = open(raw.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
   if (fd < 0) return nullptr;
   struct stat st {};
-  if (fstat(fd, &st) != 0 || S_ISDIR(st.st_mode)) {
+  if (fstat(fd, &st) != 0 || !S_ISREG(st.st_mode)) {
     close(fd);
     return nullptr;
   }
@@ -354,10 +356,10 @@ bool LinuxFileSystem::WriteWholeFile(const std::string& path, const std::string&
 
 std::optional<std::string> LinuxFileSystem::ReadWholeFile(const std::string& path) {
   const std::string raw = UnescapeFileName(path);
-  const Fd file(open(raw.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
+  const Fd file(open(raw.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
   if (file.get() < 0) return std::nullopt;
   struct stat st {};
-  if (fstat(file.get(), &st) != 0 || S_ISDIR(st.st_mode)) return std::nullopt;
+  if (fstat(file.get(), &st) != 0 || !S_ISREG(st.st_mode)) return std::nullopt;  // never a FIFO or device
   std::string bytes;
   if (st.st_size > 0) bytes.reserve(static_cast<size_t>(st.st_size));
   char chunk[64 * 1024];
