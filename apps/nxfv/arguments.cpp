@@ -63,9 +63,9 @@ std::optional<ParsedArguments> ParseArguments(const std::vector<std::string>& ar
     const size_t eq = a.rfind("--", 0) == 0 ? a.find('=') : std::string::npos;
     const std::string name = a.substr(0, eq);
     if (name == "--help") return fail("option --help takes no value");
-    const OptionSpec* spec = Find(syntax, name);
-    if (spec == nullptr) return fail("unknown option " + a + " (see nxfv --help)");
-    if (!spec->takesValue) {
+    const OptionSpec* option = Find(syntax, name);
+    if (option == nullptr) return fail("unknown option " + a + " (see nxfv --help)");
+    if (!option->takesValue) {
       if (eq != std::string::npos) return fail("option " + name + " takes no value");
       parsed.options.emplace_back(name, std::string());
       continue;
@@ -78,8 +78,8 @@ std::optional<ParsedArguments> ParseArguments(const std::vector<std::string>& ar
     } else {
       return fail("option " + name + " needs a value");
     }
-    if (spec->check) {
-      if (const std::string problem = spec->check(value); !problem.empty()) return fail(problem);
+    if (option->check) {
+      if (const std::string problem = option->check(value); !problem.empty()) return fail(problem);
     }
     parsed.options.emplace_back(name, std::move(value));
   }

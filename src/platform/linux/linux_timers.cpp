@@ -50,13 +50,13 @@ size_t LinuxTimers::Dispatch() {
 
 void LinuxTimers::Arm() {
   // Absolute expiry of the earliest timer; an all-zero value disarms.
-  itimerspec spec{};
+  itimerspec expiry{};
   if (const auto due = queue_.NextDue()) {
-    spec.it_value.tv_sec = static_cast<time_t>(*due / 1000);
-    spec.it_value.tv_nsec = static_cast<long>(*due % 1000 * 1000000);
-    if (spec.it_value.tv_sec == 0 && spec.it_value.tv_nsec == 0) spec.it_value.tv_nsec = 1;
+    expiry.it_value.tv_sec = static_cast<time_t>(*due / 1000);
+    expiry.it_value.tv_nsec = static_cast<long>(*due % 1000 * 1000000);
+    if (expiry.it_value.tv_sec == 0 && expiry.it_value.tv_nsec == 0) expiry.it_value.tv_nsec = 1;
   }
-  timerfd_settime(fd_, TFD_TIMER_ABSTIME, &spec, nullptr);
+  timerfd_settime(fd_, TFD_TIMER_ABSTIME, &expiry, nullptr);
 }
 
 }  // namespace nxfv
