@@ -36,8 +36,7 @@
 //   ListRow::SetChecked        OnCheckChanged
 // Setters notify only when the value actually changes (an unset sub-item
 // set to "" is no change). View state (visibility, view style, top row,
-// refresh count) and writes through the non-const Column() are not
-// notified.
+// refresh count) is not notified.
 //
 // Every notification comes after the change is complete, to the observers
 // in the order they were added. An observer may add or remove observers
