@@ -74,6 +74,7 @@ TEST(LinuxLauncherTest, FailsForUnknownOrUnhandledVerbsAndProgramsThatCannotStar
   RecordingHandler handler;
   LinuxLauncher launcher(handler.script());
   EXPECT_FALSE(launcher.Launch("/x", "openwith"));
+  EXPECT_FALSE(launcher.Launch("/x", "open "));  // verbs are matched whole, in any case
   EXPECT_FALSE(launcher.Launch("", "open"));
   EXPECT_FALSE(launcher.Launch("/x", "print"));  // no handler until the host sets one
   launcher.SetVerbCommand(LaunchVerb::Print, {handler.script(), "--print"});
