@@ -42,7 +42,10 @@ for kind in static shared; do
   cmake --install "$build" --prefix "$tmp/$kind" >/dev/null
   build_example "$tmp/$kind" "$tmp/example-$kind"
 done
-if ! ldd "$tmp/example-shared/list-folder" | grep -q 'libnxfv_linux\.so\.0 '; then
+# Outputs are captured before grep reads them: grep -q stops at the first
+# match, and under pipefail the writer's broken pipe would fail the check.
+deps="$(ldd "$tmp/example-shared/list-folder")"
+if ! grep -q 'libnxfv_linux\.so\.0 ' <<<"$deps"; then
   echo "the shared example does not use libnxfv_linux.so.0" >&2; exit 1
 fi
 
@@ -51,7 +54,8 @@ pc_dir="$(dirname "$(find "$tmp/static" -name nxfileviewer-linux.pc)")"
 # shellcheck disable=SC2046
 c++ -std=c++20 -o "$tmp/list-folder-pc" examples/list-folder/main.cpp \
   $(PKG_CONFIG_PATH="$pc_dir" pkg-config --cflags --libs --static nxfileviewer-linux)
-"$tmp/list-folder-pc" "$folder" | grep -q '^notes.txt | txt'
+rows="$("$tmp/list-folder-pc" "$folder")"
+grep -q '^notes.txt | txt' <<<"$rows"
 
 step "Debian package"
 (cd build/pkg-static && cpack -G DEB -B "$tmp/deb" >/dev/null)
@@ -63,7 +67,8 @@ for f in ./usr/bin/nxfv ./usr/include/nxfv/control/file_viewer.h ./usr/include/n
          '/cmake/NxFileViewer/NxFileViewerConfigVersion.cmake' '/pkgconfig/nxfileviewer.pc'; do
   grep -qF "$f" <<<"$contents" || { echo "missing from the package: $f" >&2; exit 1; }
 done
-dpkg-deb -f "$deb" Depends | grep -q 'libc6' || { echo "the package's dependencies were not computed" >&2; exit 1; }
+depends="$(dpkg-deb -f "$deb" Depends)"
+grep -q 'libc6' <<<"$depends" || { echo "the package's dependencies were not computed" >&2; exit 1; }
 
 dpkg -x "$deb" "$tmp/root"
 build_example "$tmp/root/usr" "$tmp/example-deb"
