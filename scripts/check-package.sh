@@ -49,6 +49,14 @@ if ! grep -q 'libnxfv_linux\.so\.0 ' <<<"$deps"; then
   echo "the shared example does not use libnxfv_linux.so.0" >&2; exit 1
 fi
 
+# The shared library shows hosts its public classes, not the control's parts.
+core_so="$(find "$tmp/shared" -name 'libnxfv_core.so.0' -print -quit)"
+exported="$(nm -DC --defined-only "$core_so")"
+grep -q 'nxfv::FileViewer::Create' <<<"$exported" || { echo "FileViewer is not exported" >&2; exit 1; }
+if grep -qE 'nxfv::(ViewerCore|FolderRows|SortRun|ListingGuard)' <<<"$exported"; then
+  echo "the control's internal parts are exported" >&2; exit 1
+fi
+
 step "pkg-config"
 pc_dir="$(dirname "$(find "$tmp/static" -name nxfileviewer-linux.pc)")"
 # shellcheck disable=SC2046

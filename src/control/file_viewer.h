@@ -29,6 +29,7 @@
 
 #include "nxfv/control/file_viewer_events.h"
 #include "nxfv/control/viewer_settings.h"
+#include "nxfv/export.h"
 #include "nxfv/model/file_collection.h"
 #include "nxfv/model/header_data.h"
 #include "nxfv/model/k_collection.h"
@@ -39,7 +40,7 @@ namespace nxfv {
 
 struct ViewerCore;
 
-class FileViewer : public Object, public std::enable_shared_from_this<FileViewer> {
+class NXFV_EXPORT FileViewer : public Object, public std::enable_shared_from_this<FileViewer> {
   struct Passkey {};
 
  public:

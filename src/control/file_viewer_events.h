@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "nxfv/export.h"
 #include "nxfv/model/file_list_item.h"
 #include "nxfv/platform/list_view.h"
 
@@ -18,7 +19,7 @@ namespace nxfv {
 // the failure through the common error box under its own label and ends;
 // the control stays usable (its busy flag, window lock and mouse pointer are
 // restored). A handler that starts a listing while one runs is ignored.
-class FileViewerEvents {
+class NXFV_EXPORT FileViewerEvents {
  public:
   using ItemRef = std::shared_ptr<NxFileListItem>;
   virtual ~FileViewerEvents() = default;
