@@ -25,6 +25,7 @@ int main(int argc, char** argv) {
   viewer->SetEventListener(&host);
   viewer->setViewOptions(nxfv::SetNormalView | nxfv::show_UserdataA);
   viewer->setCurrentfolder(argv[1]);
+  if (viewer->Currentfolder().empty()) return 1;  // the error box said why
   const nxfv::ListView& list = viewer->ListView1();
   for (size_t r = 0; r < list.RowCount(); ++r) {
     const nxfv::ListRow& row = list.Row(r);
