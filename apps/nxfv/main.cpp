@@ -59,6 +59,7 @@ int main(int argc, char** argv) {
       std::shared_ptr<nxfv::Object> viewer;
       const int rc = nxfv::cli::RunListCommand(args, *platform, std::cout, std::cerr, &viewer);
       // Ending here skips freeing every item and row one by one.
+      platform->MessageBoxHandler().FlushRepeats();
       std::cout.flush();
       std::fflush(nullptr);
       std::_Exit(rc);

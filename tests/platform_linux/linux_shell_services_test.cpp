@@ -76,6 +76,15 @@ TEST(LinuxMessageBox, AnswersWithTheButtonThatGoesOnLeastOrTheHandlers) {
   box.Show("x", kMbOkOnly, "T");
   EXPECT_EQ(::testing::internal::GetCapturedStderr(), "[Add item 457] Error: 5.\\nbad\\n\nhost: [T] x\n");
 
+  // Identical boxes in a row print once, then one line for the rest.
+  ::testing::internal::CaptureStderr();
+  for (int i = 0; i < 4; ++i) box.Show("same", kMbOkOnly, "T");
+  box.Show("same", kMbOkCancel, "T");  // another style is another box
+  box.FlushRepeats();
+  box.FlushRepeats();
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(),
+            "host: [T] same\n(repeated 3 times)\nhost: [T] same\n");
+
   std::string seen;
   box.SetHandler([&](const std::string& text, int32_t style, const std::string& title) {
     seen = title + "|" + text + "|" + std::to_string(style);
@@ -83,6 +92,8 @@ TEST(LinuxMessageBox, AnswersWithTheButtonThatGoesOnLeastOrTheHandlers) {
   });
   ::testing::internal::CaptureStderr();
   EXPECT_EQ(box.Show("t", kMbRetryCancel, "T"), kAnswerRetry);
+  EXPECT_EQ(box.Show("t", kMbRetryCancel, "T"), kAnswerRetry);  // a handler hears every box, with the count
+  EXPECT_EQ(box.RepeatCount(), 1u);
   EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
   EXPECT_EQ(seen, "T|t|5");
 }

@@ -79,11 +79,32 @@ int32_t LinuxMessageBox::UnattendedAnswer(int32_t style) {
   }
 }
 
-int32_t LinuxMessageBox::Show(const std::string& text, int32_t style, const std::string& title) {
-  if (handler_) return handler_(text, style, title);
-  const std::string line = FormatLine(text, title) + "\n";
+LinuxMessageBox::~LinuxMessageBox() { FlushRepeats(); }
+
+void LinuxMessageBox::FlushRepeats() {
+  if (repeats_ == 0 || handler_) return;
+  const std::string line = "(repeated " + std::to_string(repeats_) + " times)\n";
+  repeats_ = 0;
   std::fwrite(line.data(), 1, line.size(), stderr);
   std::fflush(stderr);
+}
+
+int32_t LinuxMessageBox::Show(const std::string& text, int32_t style, const std::string& title) {
+  std::string line = FormatLine(text, title) + "\n";
+  const bool repeated = style == lastStyle_ && line == lastLine_;
+  if (repeated) {
+    ++repeats_;
+  } else {
+    FlushRepeats();
+    repeats_ = 0;
+    lastLine_ = std::move(line);
+    lastStyle_ = style;
+  }
+  if (handler_) return handler_(text, style, title);
+  if (!repeated) {
+    std::fwrite(lastLine_.data(), 1, lastLine_.size(), stderr);
+    std::fflush(stderr);
+  }
   return UnattendedAnswer(style);
 }
 

@@ -51,8 +51,19 @@ class LinuxIcons : public IconService {
 class LinuxMessageBox : public MessageBoxService {
  public:
   using Handler = std::function<int32_t(const std::string& text, int32_t style, const std::string& title)>;
+  // Without a handler a box becomes one line on standard error. Identical
+  // consecutive boxes (a damaged archive can ask for thousands) print once;
+  // the next different box, FlushRepeats() or the end of the object adds
+  // one line "(repeated N times)", N being the boxes held back.
   int32_t Show(const std::string& text, int32_t style, const std::string& title) override;
+  ~LinuxMessageBox() override;
   void SetHandler(Handler h) { handler_ = std::move(h); }
+  // How many boxes identical to the one being shown came right before it
+  // (0 for a new one): a handler can offer to ignore the rest.
+  uint64_t RepeatCount() const { return repeats_; }
+  // Writes the line for the boxes held back, if any (hosts that end with
+  // _Exit call it first).
+  void FlushRepeats();
   // The host's name at the start of every line, e.g. "nxfv".
   void SetPrefix(std::string prefix) { prefix_ = std::move(prefix); }
   const std::string& Prefix() const { return prefix_; }
@@ -66,6 +77,9 @@ class LinuxMessageBox : public MessageBoxService {
  private:
   Handler handler_;
   std::string prefix_;
+  std::string lastLine_;
+  int32_t lastStyle_ = -1;
+  uint64_t repeats_ = 0;
 };
 
 class LinuxUi : public UiService {
