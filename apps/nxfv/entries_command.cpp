@@ -1,11 +1,11 @@
 #include "nxfv/entries_command.h"
 
 #include <charconv>
-#include <filesystem>
 #include <string_view>
 
 #include "nxfv/archive/archive_reader.h"
 #include "nxfv/arguments.h"
+#include "nxfv/command_path.h"
 #include "nxfv/list_output.h"
 #include "nxfv/platform/platform.h"
 #include "nxfv/platform/utf8.h"
@@ -110,12 +110,7 @@ int RunEntriesCommand(const std::vector<std::string>& args, Platform& platform, 
   }
   const std::string& archive = parsed->positional;
 
-  std::string path = archive;
-  if (platform.Separator() == '/' && !path.empty() && path[0] != '/') {
-    std::error_code ec;
-    const auto absolute = std::filesystem::absolute(path, ec);
-    if (!ec) path = absolute.lexically_normal().string();
-  }
+  const std::string path = PlatformPath(platform, archive);
   uint32_t attributes = 0;
   if (!platform.Files().GetAttributes(path, attributes)) {
     err << "nxfv: " << archive << ": no such file\n";

@@ -1,11 +1,11 @@
 #include "nxfv/list_command.h"
 
 #include <cstdio>
-#include <filesystem>
 #include <memory>
 
 #include "nxfv/control/file_viewer.h"
 #include "nxfv/arguments.h"
+#include "nxfv/command_path.h"
 #include "nxfv/list_output.h"
 #include "nxfv/platform/error_state.h"
 #include "nxfv/platform/platform.h"
@@ -131,13 +131,7 @@ int RunListCommand(const std::vector<std::string>& args, Platform& platform, std
   }
   ReadOptions(*parsed, o);
 
-  std::string path = o.path;
-  if (platform.Separator() == '/' && !path.empty() && path[0] != '/') {
-    std::error_code ec;
-    const auto abs = std::filesystem::absolute(path, ec);
-    if (!ec) path = abs.lexically_normal().string();
-    if (path.size() > 1 && path.back() == '/') path.pop_back();
-  }
+  const std::string path = PlatformPath(platform, o.path);
   uint32_t attributes = 0;
   if (!platform.Files().GetAttributes(path, attributes)) {
     err << "nxfv: " << o.path << ": no such file or folder\n";

@@ -77,6 +77,14 @@ TEST_F(ListCommandTest, JsonHoldsColumnsRowsAndItems) {
   EXPECT_NE(j.find("\"key\":\"sysgoup\""), std::string::npos);
 }
 
+TEST_F(ListCommandTest, AFolderWhoseNameIsNotUtf8IsNamedAsItsEntriesAre) {
+  const std::string odd = dir + "/caf\xE9";
+  std::system(("mkdir '" + odd + "' && touch '" + odd + "/x'").c_str());
+  ASSERT_EQ(Run({"--json", odd}), 0) << err.str();
+  EXPECT_EQ(out.str().rfind("{\"path\":\"" + dir + "/caf\\\\xE9\",", 0), 0u) << out.str().substr(0, 80);
+  EXPECT_NE(out.str().find("\"key\":\"x\""), std::string::npos);
+}
+
 TEST(JsonTextTest, StringsNumbersAndVariants) {
   struct Case { Variant value; const char* json; } cases[] = {
       {Variant(), "null"},
