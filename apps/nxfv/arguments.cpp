@@ -83,7 +83,13 @@ std::optional<ParsedArguments> ParseArguments(const std::vector<std::string>& ar
     }
     parsed.options.emplace_back(name, std::move(value));
   }
-  if (!havePositional) return fail("missing " + syntax.positional + " (see nxfv --help)");
+  const std::string* replacing = nullptr;
+  for (const auto& given : parsed.options)
+    for (const std::string& name : syntax.replacesPositional)
+      if (replacing == nullptr && given.first == name) replacing = &name;
+  if (replacing != nullptr && havePositional) return fail(syntax.positional + " may not be given with " + *replacing);
+  if (!havePositional && replacing == nullptr && !syntax.positionalOptional)
+    return fail("missing " + syntax.positional + " (see nxfv --help)");
   return parsed;
 }
 

@@ -43,6 +43,11 @@ struct CommandSyntax {
   std::string command;     // "list"
   std::string positional;  // the one positional argument, named as in the usage: "PATH"
   std::vector<OptionSpec> options;
+  // Options that stand in for the positional argument (list --drives): with
+  // one of them given the positional is not needed, and may not be given.
+  std::vector<std::string> replacesPositional = {};
+  // The positional argument may be left out (settings [FILE]).
+  bool positionalOptional = false;
 };
 
 struct ParsedArguments {

@@ -7,8 +7,10 @@
 #include "nxfv/arguments.h"
 #include "nxfv/command_path.h"
 #include "nxfv/list_output.h"
+#include "nxfv/settings_command.h"
 #include "nxfv/platform/error_state.h"
 #include "nxfv/platform/platform.h"
+#include "nxfv/shell/shell_folders.h"
 
 namespace nxfv::cli {
 
@@ -68,6 +70,29 @@ bool ParseSort(const std::string& text, std::vector<SortState>& out, std::string
   return true;
 }
 
+// --special NAME: the user's folders by the names people call them.
+struct SpecialName {
+  const char* name;
+  SHFolders folder;
+};
+constexpr SpecialName kSpecialNames[] = {{"home", CSIDL_PROFILE},          {"desktop", CSIDL_DESKTOPDIRECTORY},
+                                         {"documents", CSIDL_PERSONAL},    {"music", CSIDL_MYMUSIC},
+                                         {"pictures", CSIDL_MYPICTURES},   {"videos", CSIDL_MYVIDEO},
+                                         {"templates", CSIDL_TEMPLATES}};
+
+const SpecialName* FindSpecial(const std::string& name) {
+  for (const SpecialName& s : kSpecialNames)
+    if (name == s.name) return &s;
+  return nullptr;
+}
+
+std::string CheckSpecial(const std::string& value) {
+  if (FindSpecial(value)) return "";
+  std::string known;
+  for (const SpecialName& s : kSpecialNames) known += known.empty() ? s.name : std::string(", ") + s.name;
+  return "--special: unknown folder '" + value + "' (one of " + known + ")";
+}
+
 std::string CheckViewOptions(const std::string& value) {
   int32_t n = 0;
   return ParseInt(value, n) ? "" : "--view-options needs a number, not '" + value + "'";
@@ -101,7 +126,15 @@ std::string ListUsage() {
          "  --view-options N     column mask (default 31: name, ext, size, type, modified)\n"
          "  --sort KEY[:desc],.. sort columns by key (nam, ext, siz, typ, mod, ...)\n"
          "  --no-files --no-folders --no-hidden --no-system --no-goup\n"
-         "                       hide files / folders / hidden / system items / the '..' row\n";
+         "                       hide files / folders / hidden / system items / the '..' row\n"
+         "nxfv list --drives [options]\n"
+         "  Lists the drives view instead of a PATH: the mounted volumes a user browses\n"
+         "  (free space, total size, file system) and the user's own folders.\n"
+         "nxfv list --special NAME [options]\n"
+         "  Lists one of the user's folders instead of a PATH: home, desktop, documents,\n"
+         "  music, pictures, videos or templates.\n"
+         "  --settings FILE      read the viewer's settings from FILE first (see nxfv\n"
+         "                       settings); the options above win over its values\n";
 }
 
 int RunListCommand(const std::vector<std::string>& args, Platform& platform, std::ostream& out,
@@ -122,7 +155,11 @@ int RunListCommand(const std::vector<std::string>& args, Platform& platform, std
        {"--sort", true, [&o](const std::string& keys) {
           std::string error;
           return ParseSort(keys, o.sort, error) ? std::string() : "--sort: " + error;
-        }}}};
+        }},
+       {"--drives"},
+       {"--special", true, CheckSpecial},
+       {"--settings", true}},
+      {"--drives", "--special"}};
   const std::optional<ParsedArguments> parsed = ParseArguments(args, syntax, err);
   if (!parsed) return 2;
   if (parsed->help) {
@@ -130,16 +167,43 @@ int RunListCommand(const std::vector<std::string>& args, Platform& platform, std
     return 0;
   }
   ReadOptions(*parsed, o);
+  const bool drives = parsed->Has("--drives");
+  if (drives && parsed->Has("--special")) {
+    err << "nxfv list: --drives and --special exclude each other\n";
+    return 2;
+  }
+  const SpecialName* special = FindSpecial(parsed->Value("--special"));
+  if (special) o.path = SpecialFolderPath(platform, special->folder);
 
-  const std::string path = PlatformPath(platform, o.path);
+  const std::string path = special ? o.path : PlatformPath(platform, o.path);
   uint32_t attributes = 0;
-  if (!platform.Files().GetAttributes(path, attributes)) {
+  if (!drives && !platform.Files().GetAttributes(path, attributes)) {
+    if (special) o.path = parsed->Value("--special") + " folder " + o.path;
     err << "nxfv: " << o.path << ": no such file or folder\n";
     return 1;
   }
 
   auto viewer = FileViewer::Create(PlatformRef(&platform, [](Platform*) {}));
   viewer->ListView1().MeasureContentOnSort(true);  // the table sizes its columns from it
+  if (parsed->Has("--settings")) {
+    // A settings file: the command line's own options win over its values.
+    std::vector<std::pair<std::string, std::string>> overrides;
+    if (o.noFiles) overrides.emplace_back("ShowFiles", "False");
+    if (o.noFolders) overrides.emplace_back("ShowFolders", "False");
+    if (o.noHidden) overrides.emplace_back("ShowHiddenItems", "False");
+    if (o.noSystem) overrides.emplace_back("ShowSysItems", "False");
+    if (o.noGoUp) overrides.emplace_back("ShowGOUPFolder", "False");
+    if (o.hasPattern) overrides.emplace_back("pattern", o.pattern);
+    if (o.hasViewOptions) overrides.emplace_back("ViewOptions", std::to_string(o.viewOptions));
+    if (!ReadSettingsFile(*viewer, parsed->Value("--settings"), drives ? "" : path, overrides, err)) return 1;
+    if (!o.sort.empty()) viewer->SetSortColumns(o.sort);
+    if (drives) viewer->SetToSpecialFolder(CSIDL_DRIVES);
+    if (o.json) WriteListJson(*viewer, out);
+    else WriteListTable(*viewer, out);
+    out.flush();
+    if (keepAlive) *keepAlive = viewer;
+    return 0;
+  }
   viewer->setShowFiles(!o.noFiles);
   viewer->setShowFolders(!o.noFolders);
   viewer->setShowHiddenItems(!o.noHidden);
@@ -148,7 +212,8 @@ int RunListCommand(const std::vector<std::string>& args, Platform& platform, std
   if (o.hasPattern) viewer->setFilePattern(o.pattern);
   if (o.hasViewOptions) viewer->setViewOptions(o.viewOptions);
   if (!o.sort.empty()) viewer->SetSortColumns(o.sort);
-  viewer->setCurrentfolder(path);
+  if (drives) viewer->SetToSpecialFolder(CSIDL_DRIVES);
+  else viewer->setCurrentfolder(path);
 
   if (o.json) WriteListJson(*viewer, out);
   else WriteListTable(*viewer, out);

@@ -10,6 +10,8 @@
 #include "nxfv/arguments.h"
 #include "nxfv/entries_command.h"
 #include "nxfv/list_command.h"
+#include "nxfv/settings_command.h"
+#include "nxfv/watch_command.h"
 #include "nxfv/platform/linux/linux_platform.h"
 
 namespace {
@@ -23,7 +25,10 @@ std::string Usage() {
   u +=
       "nxfv entries [--ext EXT] ARCHIVE\n"
       "  Prints the archive reader's events for a ZIP or CAB file, one JSON object a\n"
-      "  line. EXT chooses the reader (default: the file's extension, lower case).\n"
+      "  line. EXT chooses the reader (default: the file's extension, lower case).\n";
+  u += nxfv::cli::WatchUsage();
+  u += nxfv::cli::SettingsUsage();
+  u +=
       "nxfv --help\n"
       "  This text.\n"
       "\n";
@@ -64,6 +69,8 @@ int main(int argc, char** argv) {
       std::fflush(nullptr);
       std::_Exit(rc);
     }
+    if (command == "watch") return nxfv::cli::RunWatchCommand(args, *platform, std::cout, std::cerr);
+    if (command == "settings") return nxfv::cli::RunSettingsCommand(args, *platform, std::cout, std::cerr);
     if (command == "entries") return nxfv::cli::RunEntriesCommand(args, *platform, std::cout, std::cerr);
   } catch (const std::exception& e) {
     std::cerr << "nxfv: " << e.what() << "\n";

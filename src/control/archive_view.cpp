@@ -33,6 +33,7 @@ void LoadArchive(ViewerCore& core, const std::string& archivePath) {
   core.currentFolder = archivePath;
   core.Slot().currentFolder = archivePath;
   core.insideArchive = true;
+  core.autoRefresh.FollowLocation();  // an archive is not watched: the folder left behind is let go
   ApplyColumns(core, false);
   core.ClearItems();
   ArchiveRows rows(core);

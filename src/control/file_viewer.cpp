@@ -5,9 +5,11 @@
 #include "nxfv/columns/formatting.h"
 #include "nxfv/control/archive_view.h"
 #include "nxfv/control/column_setup.h"
+#include "nxfv/control/drives_view.h"
 #include "nxfv/control/file_viewer_internal.h"
 #include "nxfv/control/folder_listing.h"
 #include "nxfv/control/host_boundary.h"
+#include "nxfv/control/lifecycle.h"
 #include "nxfv/platform/error_state.h"
 
 namespace nxfv {
@@ -21,12 +23,13 @@ std::shared_ptr<FileViewer> FileViewer::Create(PlatformRef platform) {
 
 FileViewer::FileViewer(Passkey, PlatformRef platform) : core_(std::make_unique<ViewerCore>(std::move(platform))) {}
 
-FileViewer::~FileViewer() = default;
+FileViewer::~FileViewer() { TerminateControl(*core_); }
 
 void FileViewer::Initialize() {
   // A new control starts from the defaults: captions from the system, the
   // built-in header options, the columns, then the mask applied.
   RunReported(core_->platform, ".Initialize", [&] {
+    InitializeControl(*core_);
     core_->captions = LoadColumnCaptions(core_->platform);
     core_->fileTypes.Cache().Scratch().typeName = "Folder";
     nxfv::CompleteHeaderOptions(*core_->headerOptions, core_->captions);
@@ -64,7 +67,8 @@ void FileViewer::ListLocation(const std::string& folder) {
     RunReported(c.platform, ".LoadArchive", [&] { LoadArchive(c, path); });
     return;
   }
-  if (!isFolder) RaiseError(kErrPathNotFound);
+  // Whatever exists passes: a location that cannot be enumerated (a plain
+  // file, an unreadable folder) shows only the go-up row.
   c.currentFolder = path;
   c.insideArchive = false;
   c.Slot().currentFolder = path;
@@ -74,6 +78,10 @@ void FileViewer::ListLocation(const std::string& folder) {
 
 Variant FileViewer::RefreshView(bool ReLoadFiles) {
   ViewerCore& c = *core_;
+  if (c.showingDrives) {  // the drives view has no folder: it is built anew
+    RunReported(c.platform, ".LoadDrives", [&] { LoadDrives(c); });
+    return {};
+  }
   if (c.currentFolder.empty()) return {};
   if (c.insideArchive) {
     RunReported(c.platform, ".LoadArchive", [&] { LoadArchive(c, c.currentFolder); });
@@ -127,6 +135,7 @@ void FileViewer::setViewOptions(int32_t mask) {
 
 void FileViewer::ClickColumnHeader(int32_t columnIndex, bool ctrlHeld) {
   ViewerCore& c = *core_;
+  if (!c.settings.enabled) return;  // a disabled control ignores the user's input
   RunReported(c.platform, ".ColumnClick", [&] {
     if (columnIndex < 0 || columnIndex >= c.listView.ColumnCount()) return;
     if (c.events) c.events->ColumnClick(c.listView.Column(columnIndex));

@@ -62,7 +62,9 @@ FolderRows::FolderRows(ViewerCore& core, const std::string& listedPath, bool kee
       formats_(core.platform.Locale().Formats()),
       numeric_{formats_.thousandsSeparator, formats_.decimalSeparator},
       lastAccessDateOnly_(AccessDateOnly(core.platform, core.currentFolder)),
-      sortKeyBytes_(core.sort.KeyBytes()) {}
+      sortKeyBytes_(core.sort.KeyBytes()) {
+  if (keepItems_) found_.assign(core.listView.RowCount(), 0);
+}
 
 FolderRows::Slots FolderRows::ShownSlots(const ListView& view) {
   Slots s;
@@ -83,10 +85,7 @@ FolderRows::Slots FolderRows::ShownSlots(const ListView& view) {
 void FolderRows::AddGoUpRow() {
   const ViewerSettings& s = core_.settings;
   if (!s.showGoUp || (!s.goUpTopFolder.empty() && listedPath_ == s.goUpTopFolder)) return;
-  if (keepItems_ && core_.listView.FindRow(kGoUpKey)) {
-    if (auto item = core_.items->Item(Variant(kGoUpKey))) NxFileListItem::Internal::SetFoundInPass(*item, true);
-    return;
-  }
+  if (MarkKept(kGoUpKey)) return;
   auto item = NxFileListItem::Create();
   NxFileListItem::Internal::SetKey(*item, kGoUpKey);
   NxFileListItem::Internal::SetOwner(*item, core_.items);
@@ -112,21 +111,32 @@ bool FolderRows::Shows(const FindData& entry, const std::string& name, const std
 }
 
 bool FolderRows::MarkKept(const std::string& key) {
-  if (!keepItems_ || !core_.listView.FindRow(key)) return false;
-  if (auto item = core_.items->Item(Variant(key))) NxFileListItem::Internal::SetFoundInPass(*item, true);
+  if (!keepItems_) return false;
+  const ListRow* row = core_.listView.FindRow(key);
+  if (!row) return false;
+  if (row->Index() < found_.size()) found_[row->Index()] = 1;
   return true;
 }
 
-void FolderRows::Add(const FindData& entry) {
-  if (!entry.name.empty() && entry.name[0] == '.') return;
-  const std::string name = entry.name.substr(0, entry.name.find('\0'));
-  const std::string ext = core_.fileTypes.GetExt(name);
-  if (!Shows(entry, name, ext)) return;
+bool FolderRows::Screen(const FindData& entry, std::string& name, std::string& ext, std::string& key) {
+  if (!entry.name.empty() && entry.name[0] == '.') return false;
+  name = entry.name.substr(0, entry.name.find('\0'));
+  ext = core_.fileTypes.GetExt(name);
+  if (!Shows(entry, name, ext)) return false;
   const bool folder = (entry.attributes & kAttrDirectory) != 0;
   // A name of digits alone would read as a position: its key gets a mark.
-  const std::string key = IsNumericText(name, numeric_) ? (folder ? "~" : "##$$") + name : name;
-  if (MarkKept(key)) return;
-  AddRow(entry, name, ext, key);
+  key = IsNumericText(name, numeric_) ? (folder ? "~" : "##$$") + name : name;
+  return !MarkKept(key);
+}
+
+void FolderRows::Add(const FindData& entry) {
+  std::string name, ext, key;
+  if (Screen(entry, name, ext, key)) AddRow(entry, name, ext, key);
+}
+
+bool FolderRows::NeedsRow(const FindData& entry) {
+  std::string name, ext, key;
+  return Screen(entry, name, ext, key);
 }
 
 void FolderRows::AddRow(const FindData& entry, const std::string& name, const std::string& ext,

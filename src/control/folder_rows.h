@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "nxfv/control/row_texts.h"
 #include "nxfv/control/viewer_core.h"
@@ -22,6 +23,14 @@ class FolderRows {
   void AddGoUpRow();
   // Shows entry (or marks its kept row) when the filters let it through.
   void Add(const FindData& entry);
+  // For a refresh in place, from an entry of which only the name and the
+  // bits Shows reads are known: marks its kept row and answers false, or
+  // answers true when the entry shows and has no row yet (Add it then with
+  // its full record).
+  bool NeedsRow(const FindData& entry);
+  // In a refresh: whether the row at rowIndex was found again (rows added
+  // by the refresh count as found).
+  bool Found(size_t rowIndex) const { return rowIndex >= found_.size() || found_[rowIndex] != 0; }
   const std::string& FolderPath() const { return folderPath_; }
 
  private:
@@ -34,6 +43,8 @@ class FolderRows {
   static Slots ShownSlots(const ListView& view);
   bool Shows(const FindData& entry, const std::string& name, const std::string& ext) const;
   bool MarkKept(const std::string& key);
+  // Add's tests: false for an entry that does not show or whose row is kept.
+  bool Screen(const FindData& entry, std::string& name, std::string& ext, std::string& key);
   void AddRow(const FindData& entry, const std::string& name, const std::string& ext, const std::string& key);
   int32_t FillFile(NxFileListItem& item, const FindData& entry, const std::string& name, const std::string& ext);
   void FillTimes(NxFileListItem& item, const FindData& entry);
@@ -51,6 +62,9 @@ class FolderRows {
   const bool lastAccessDateOnly_;
   const size_t sortKeyBytes_;
   RowTexts texts_;
+  // In a refresh, one mark per row on view when it began: kept rows are
+  // marked by row index, which spares a collection lookup per kept entry.
+  std::vector<char> found_;
 };
 
 }  // namespace nxfv

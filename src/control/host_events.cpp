@@ -3,12 +3,16 @@
 namespace nxfv {
 
 void AnnounceNewView(ViewerCore& core, const std::string& location) {
+  // Every announced view is a step of the history (the same place again is
+  // not), so the host's back and forward buttons follow what it is told.
+  core.history.Visit(core.showingDrives ? HistoryEntry{"", true} : HistoryEntry{location, false});
   if (!core.events) {
     core.lastAnnouncedFolder = location;
     return;
   }
   std::string path = location;
-  bool canPrevious = false, canNext = false, inside = core.insideArchive;
+  bool canPrevious = core.history.CanGoPrevious(), canNext = core.history.CanGoNext();
+  bool inside = core.insideArchive;
   core.events->AfterNewView(path, canPrevious, canNext, inside);
   if (location != core.lastAnnouncedFolder) {
     // Remembered before the host hears it: a handler that throws does not

@@ -1,6 +1,10 @@
 #include "nxfv/control/item_events.h"
 
 #include "nxfv/control/host_boundary.h"
+#include "nxfv/control/label_edit.h"
+#include "nxfv/control/selection.h"
+#include "nxfv/control/viewer_core.h"
+#include "nxfv/control/virtual_list.h"
 #include "nxfv/platform/list_view.h"
 
 namespace nxfv {
@@ -10,9 +14,9 @@ namespace nxfv {
 class ItemEvents::Listener : public NxFileListItemEvents {
  public:
   explicit Listener(ItemEvents* owner) : owner_(owner) {}
-  void xselitemx(eventbefs& mybef, Variant& itemvalue, std::shared_ptr<NxFileListItem>& xitem, Variant& /*Parameter*/,
-                 bool& /*operationok*/) override {
-    if (owner_) owner_->Handle(mybef, itemvalue, xitem);
+  void xselitemx(eventbefs& mybef, Variant& itemvalue, std::shared_ptr<NxFileListItem>& xitem, Variant& Parameter,
+                 bool& operationok) override {
+    if (owner_) owner_->Handle(mybef, itemvalue, xitem, Parameter, operationok);
   }
   void Detach() { owner_ = nullptr; }
 
@@ -20,7 +24,7 @@ class ItemEvents::Listener : public NxFileListItemEvents {
   ItemEvents* owner_;
 };
 
-ItemEvents::ItemEvents(ListView& view) : view_(view), listener_(std::make_shared<Listener>(this)) {}
+ItemEvents::ItemEvents(ViewerCore& core) : core_(core), listener_(std::make_shared<Listener>(this)) {}
 
 ItemEvents::~ItemEvents() {
   listener_->Detach();
@@ -34,17 +38,26 @@ void ItemEvents::Subscribe(const std::shared_ptr<NxFileListItem>& item) {
   if (subscribed_) subscribed_->SetListener(listener_);
 }
 
-void ItemEvents::Handle(eventbefs mybef, const Variant& itemvalue, const std::shared_ptr<NxFileListItem>& xitem) {
+void ItemEvents::Handle(eventbefs mybef, Variant& itemvalue, const std::shared_ptr<NxFileListItem>& xitem,
+                        Variant& Parameter, bool& operationok) {
   if (!xitem) return;
   // The item's setter is the host's call: a failure stays in the error state.
   RunRecorded([&] {
-    ListRow* row = view_.FindRow(xitem->Key());
+    if (mybef == eventbefs::doexebef) {
+      if (RefusesShellCommands(*xitem)) return;  // a virtual folder is nothing the shell knows
+      // Only renaming exists so far; the other commands come with the file
+      // operations and answer False meanwhile.
+      if (itemvalue.IsNumber() && itemvalue.AsLong() == static_cast<int32_t>(ItemFileCommands::IcRename))
+        operationok = label_edit::RenameCommand(core_, xitem, Parameter);
+      return;
+    }
+    ListRow* row = selection::RowOfItem(core_, *xitem);
     if (!row) return;
     switch (mybef) {
       case eventbefs::doselect: row->SetSelected(itemvalue.AsBool()); break;
       case eventbefs::docheck: row->SetChecked(itemvalue.AsBool()); break;
-      case eventbefs::doensurevisible: view_.EnsureVisible(row->Index()); break;
-      case eventbefs::doexebef: break;  // file commands arrive with the file-operation object
+      case eventbefs::doensurevisible: core_.listView.EnsureVisible(row->Index()); break;
+      case eventbefs::doexebef: break;
     }
   });
 }

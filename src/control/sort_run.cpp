@@ -53,6 +53,22 @@ void SortRun::UpdateIndicators(ListView& view) const {
 
 void SortRun::Run(ListView& view, Platform& platform, bool resetSort) {
   if (resetSort || state_.empty()) state_.assign(1, kDefaultSort);
+  RunFrom(view, platform, 0);
+}
+
+void SortRun::RunAfterRefresh(ListView& view, Platform& platform, size_t keyedRows) {
+  if (state_.empty()) {
+    Run(view, platform, false);
+    return;
+  }
+  if (keyedRows >= view.RowCount()) {
+    UpdateIndicators(view);
+    return;
+  }
+  RunFrom(view, platform, keyedRows);
+}
+
+void SortRun::RunFrom(ListView& view, Platform& platform, size_t firstRow) {
   const int32_t sortColumn = view.FindColumn(kSortColumnKey);
   if (sortColumn < 0) return;
   const ScopedPointer hourglass(platform.Ui(), kHourglassPointer);
@@ -67,7 +83,7 @@ void SortRun::Run(ListView& view, Platform& platform, bool resetSort) {
   ctx.upper = [&locale](std::string_view text) { return locale.CharUpper(std::string(text)); };
   ctx.thousandsSeparator = formats.thousandsSeparator;
   const int32_t typeColumn = view.FindColumn("typ");
-  for (size_t r = 0; r < view.RowCount(); ++r) {
+  for (size_t r = firstRow; r < view.RowCount(); ++r) {
     view.PrefetchAhead(r);
     ListRow& row = view.Row(r);
     const std::string_view type = typeColumn > 0 ? row.SubItem(typeColumn) : std::string_view();

@@ -31,12 +31,18 @@ class SortRun {
   // updates the header indicators. With resetSort (or no state yet) the
   // default state is restored first.
   void Run(ListView& view, Platform& platform, bool resetSort);
+  // For a refresh in place that kept the sort state: the first keyedRows
+  // rows are the kept ones, still in order with their keys, so only the
+  // rows after them get keys, and nothing is sorted when there are none.
+  void RunAfterRefresh(ListView& view, Platform& platform, size_t keyedRows);
   // Bytes a row's sort key takes (with its 4-byte record header), so that
   // listings reserve the room when they fill a row.
   size_t KeyBytes() const;
 
  private:
   void UpdateIndicators(ListView& view) const;
+  // Writes the keys of the rows from firstRow on, sorts, updates the indicators.
+  void RunFrom(ListView& view, Platform& platform, size_t firstRow);
 
   std::vector<SortState> state_;
 };

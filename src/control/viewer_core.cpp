@@ -8,7 +8,7 @@ ViewerCore::ViewerCore(PlatformRef ref)
       items(NxFileCollection::Create(platformRef)),
       headerOptions(std::make_shared<kCollection>(platformRef)),
       fileTypes(platform),
-      itemEvents(listView),
+      itemEvents(*this),
       instanceSlot(InstanceTable::ForThisThread().TakeSlot()) {
   settings.startingFolder = platform.DefaultStartFolder();
 }

@@ -9,10 +9,15 @@
 #include <vector>
 
 #include "nxfv/columns/column_set.h"
+#include "nxfv/control/auto_refresh.h"
 #include "nxfv/control/file_types.h"
 #include "nxfv/control/file_viewer_events.h"
+#include "nxfv/control/history.h"
 #include "nxfv/control/instance_table.h"
 #include "nxfv/control/item_events.h"
+#include "nxfv/control/lifecycle.h"
+#include "nxfv/control/property_bag.h"
+#include "nxfv/control/selection.h"
 #include "nxfv/control/sort_run.h"
 #include "nxfv/control/viewer_settings.h"
 #include "nxfv/model/file_collection.h"
@@ -36,7 +41,10 @@ struct ViewerCore {
   ItemEvents itemEvents;
   SortRun sort;
   ViewerSettings settings;
-  std::vector<std::string> changedProperties;  // property-bag keys of the lets, in order
+  // Selection and saved settings: the cursors of the selection walks, and
+  // who hears of property changes (not owned; null for nobody).
+  SelectionCursors selection;
+  PropertyChangeListener* propertyListener = nullptr;
 
   int16_t instanceSlot = 0;
   bool userMode = true;
@@ -52,9 +60,19 @@ struct ViewerCore {
   int32_t archiveIconIndex = 0;
 
   InstanceSlot& Slot() { return InstanceTable::ForThisThread().Row(instanceSlot); }
-  void PropertyChanged(const char* key) { changedProperties.push_back(key); }
+  // Tells the host that the property saved under key changed.
+  void PropertyChanged(const char* key);
   // Forgets the items of the view (rows are the column set's business).
   void ClearItems();
+
+  // Navigation: the back/forward history and the private image list.
+  History history;
+  PrivateImageList images;
+
+  // Auto-refresh and the drives view. Last member: it stops its timers
+  // before the rest of the state goes.
+  bool showingDrives = false;  // the drives and special-folder list is on view
+  AutoRefresh autoRefresh{*this};
 };
 
 }  // namespace nxfv

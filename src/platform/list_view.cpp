@@ -176,8 +176,15 @@ void ListRow::SetSelected(bool s) {
 }
 
 void ListRow::SetChecked(bool c) {
-  if (checked_ == c) return;
-  checked_ = c;
+  // Unchecking a row that shows no check box leaves it without one.
+  if (!c && stateImage_ == 0) return;
+  SetStateImage(c ? kStateChecked : kStateUnchecked);
+}
+
+void ListRow::SetStateImage(int32_t image) {
+  if (image < 0 || image > 15) RaiseError(kErrInvalidCall);
+  if (stateImage_ == image) return;
+  stateImage_ = static_cast<uint8_t>(image);
   if (view_) view_->Notify([row = Index()](ListViewObserver& o) { o.OnCheckChanged(row); });
 }
 
@@ -312,6 +319,7 @@ ListRow& ListView::AddRowWithKey(SharedText key, std::string_view text) {
     rows_.pop_back();
     RaiseError(kErrKeyNotUnique);
   }
+  if (look_.checkBoxes) raw->stateImage_ = ListRow::kStateUnchecked;
   raw->view_ = this;  // its own text above was no change anyone could see
   Notify([at = raw->Index()](ListViewObserver& o) { o.OnRowsInserted(at, 1); });
   return *raw;
@@ -328,6 +336,38 @@ const ListRow* ListView::FindRow(std::string_view key) const {
 }
 
 void ListView::RebuildRowIndex() { rowIndex_.MarkStale(); }
+
+void ListView::SetRowKey(size_t index, std::string_view key) {
+  if (index >= rows_.size()) RaiseError(kErrSubscript);
+  if (!key.empty() && IsNumericText(key)) RaiseError(kErrInvalidKey);
+  ListRow& row = *rows_[index];
+  const ListRow* holder = FindRow(key);
+  if (holder && holder != &row) RaiseError(kErrKeyNotUnique);
+  const std::string text(row.Text());
+  row.key_ = SharedText(key);
+  row.textIsKey_ = row.key_ == std::string_view(text);
+  if (!row.textIsKey_ || row.HasSubItem(0)) row.Store(0, row.textIsKey_ ? std::string_view() : std::string_view(text));
+  RebuildRowIndex();
+  Notify([index](ListViewObserver& o) { o.OnRowChanged(index, 0); });
+}
+
+void ListView::SetLook(const ListViewLook& look) {
+  if (look_ == look) return;
+  const bool checkBoxesOn = look.checkBoxes && !look_.checkBoxes;
+  look_ = look;
+  if (checkBoxesOn) {
+    Batch batch(*this);
+    for (auto& row : rows_)
+      if (row->stateImage_ == 0) row->SetStateImage(ListRow::kStateUnchecked);
+  }
+  Notify([](ListViewObserver& o) { o.OnAppearanceChanged(); });
+}
+
+void ListView::RequestLabelEdit(size_t index) {
+  if (index >= rows_.size()) return;
+  labelEditRow_ = static_cast<int64_t>(index);
+  Notify([index](ListViewObserver& o) { o.OnLabelEditRequested(index); });
+}
 
 void ListView::Renumber(size_t from) {
   for (size_t i = from; i < rows_.size(); ++i) rows_[i]->index_ = static_cast<uint32_t>(i);

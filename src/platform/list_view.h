@@ -34,6 +34,10 @@
 //   ListRow::SetTag            OnRowStateChanged
 //   ListRow::SetSelected       OnSelectionChanged
 //   ListRow::SetChecked        OnCheckChanged
+//   ListRow::SetStateImage     OnCheckChanged
+//   SetRowKey                  OnRowChanged(row, 0)
+//   the look setters           OnAppearanceChanged
+//   RequestLabelEdit           OnLabelEditRequested(row)
 // Setters notify only when the value actually changes (an unset sub-item
 // set to "" is no change). View state (visibility, view style, top row,
 // refresh count) is not notified.
@@ -126,8 +130,17 @@ class ListRow {
   void SetTag(int64_t tag);
   bool Selected() const { return selected_; }
   void SetSelected(bool s);
-  bool Checked() const { return checked_; }
+  // Check marks are state images: 0 none, 1 unchecked, 2 checked. A row
+  // gets state image 1 when it is added while check boxes show; a row
+  // without one is neither checked nor counted as unchecked.
+  bool Checked() const { return stateImage_ == kStateChecked; }
+  // State image 2 (true) or 1 (false; a row without a state image keeps none).
   void SetChecked(bool c);
+  int32_t StateImage() const { return stateImage_; }
+  // 0..15 (the four state-image bits); others are error 5.
+  void SetStateImage(int32_t image);
+  static constexpr int32_t kStateUnchecked = 1;
+  static constexpr int32_t kStateChecked = 2;
   // 0-based position in the view.
   size_t Index() const { return index_; }
   // Asks the processor to fetch the row's texts ahead of use. Walks over a
@@ -156,11 +169,32 @@ class ListRow {
   uint32_t index_ = 0;
   uint16_t lastSubItem_ = 0;  // highest sub-item index set, 0 = none
   bool selected_ = false;
-  bool checked_ = false;
+  uint8_t stateImage_ = 0;
   bool textIsKey_ = false;
 };
 
 enum ViewStyles : int16_t { FvIcon = 0, FvSmallIcon = 1, FvList = 2, FvReport = 3 };
+
+// How the list view looks and reacts, for front ends to render. Colours are
+// OLE colours: 0x80000000 | n is the system colour n (5 window background,
+// 8 window text), anything else 0x00BBGGRR. The defaults are a new
+// control's.
+struct ListViewLook {
+  uint32_t backColor = 0x80000005;
+  uint32_t foreColor = 0x80000008;
+  int16_t borderStyle = 0;  // 0 none, 1 fixed single
+  int16_t appearance = 1;   // 0 flat, 1 3-D
+  bool hideColumnHeaders = false;
+  bool hideSelection = false;   // the selection disappears without focus
+  bool hoverSelection = false;  // rows are selected by resting the pointer
+  bool movableColumns = true;   // headers can be dragged to reorder
+  bool fullRowSelection = true;
+  bool gridLines = false;
+  bool checkBoxes = false;
+  bool multiSelect = true;
+  bool enabled = true;
+  bool operator==(const ListViewLook&) const = default;
+};
 
 class ListView {
  public:
@@ -248,6 +282,24 @@ class ListView {
   // The row scrolled into view last (EnsureVisible), or -1.
   int64_t TopRow() const { return topRow_; }
   void EnsureVisible(size_t index) { topRow_ = static_cast<int64_t>(index); }
+
+  // --- look, focus, label editing (selection unit) ---
+  const ListViewLook& Look() const { return look_; }
+  // Replaces the look; OnAppearanceChanged when anything differs. Turning
+  // check boxes on gives every row without a state image state image 1.
+  void SetLook(const ListViewLook& look);
+  // Changes a row's key (its text stays). Numeric keys are 35603, a key
+  // another row has 35602, an index out of range 9.
+  void SetRowKey(size_t index, std::string_view key);
+  // Focus given by the control (a counter front ends can follow).
+  void SetFocus() { ++focusRequests_; }
+  int64_t FocusRequests() const { return focusRequests_; }
+  // Asks the front end to start editing the row's label in place; the row
+  // being edited (or -1) until EndLabelEditRequest.
+  void RequestLabelEdit(size_t index);
+  int64_t LabelEditRow() const { return labelEditRow_; }
+  void EndLabelEditRequest() { labelEditRow_ = -1; }
+  // --- end look ---
   // Painting refreshes asked for; a front end repaints on each.
   int64_t Refreshes() const { return refreshes_; }
   void Refresh() { ++refreshes_; }
@@ -276,6 +328,9 @@ class ListView {
   ViewStyles viewStyle_ = FvReport;
   int64_t topRow_ = -1;
   int64_t refreshes_ = 0;
+  ListViewLook look_;
+  int64_t focusRequests_ = 0;
+  int64_t labelEditRow_ = -1;
   std::vector<ListViewObserver*> observers_;  // null where one left mid-notification
   int32_t notifying_ = 0;                     // nested notifications under way
   int32_t batchDepth_ = 0;

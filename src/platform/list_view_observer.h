@@ -32,6 +32,11 @@ class ListViewObserver {
   virtual void OnColumnsChanged() {}
   // Rows reordered by Sort, or sort indicators changed.
   virtual void OnSortChanged() {}
+  // The look (colours, border, styles, check boxes, multiple selection).
+  virtual void OnAppearanceChanged() {}
+  // The control asks for in-place editing of a row's label; the front end
+  // hands the edited text back through FileViewer::EndLabelEdit.
+  virtual void OnLabelEditRequested(size_t /*row*/) {}
 };
 
 }  // namespace nxfv

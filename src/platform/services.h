@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 namespace nxfv {
@@ -60,10 +61,38 @@ class FileSystemService {
   // stop. Returns false when the folder cannot be enumerated at all.
   using Visitor = std::function<bool(const FindData&)>;
   virtual bool Enumerate(const std::string& folder, const Visitor& visit) = 0;
+  // For a refresh that only asks which entries are there: like Enumerate,
+  // but only name and the DIRECTORY, HIDDEN, SYSTEM and REPARSE_POINT bits
+  // are sure to be filled (a platform may skip the per-entry details).
+  virtual bool EnumerateNames(const std::string& folder, const Visitor& visit) { return Enumerate(folder, visit); }
+  // The full records of the named entries of folder (names as Enumerate
+  // gives them), for a refresh that found a few new ones: visits each that
+  // is still there, in no particular order; visit returns false to stop.
+  // The default takes one more enumeration; a platform that can look an
+  // entry up by name does better.
+  virtual void FindEntries(const std::string& folder, const std::vector<std::string>& names, const Visitor& visit) {
+    if (names.empty()) return;
+    const std::unordered_set<std::string> wanted(names.begin(), names.end());
+    Enumerate(folder, [&](const FindData& e) { return wanted.count(e.name) == 0 || visit(e); });
+  }
   // Attributes of a file or folder; false when it does not exist.
   virtual bool GetAttributes(const std::string& path, uint32_t& attributes) = 0;
   // File-system name of the volume holding root ("NTFS", "FAT32", "ext4").
   virtual bool VolumeFileSystemName(const std::string& root, std::string& name) = 0;
+  // The drives view's figures of the volume mounted at root: its label ("" when
+  // it has none), file-system name and space in bytes (free = what the user
+  // may still write). False when the platform cannot tell.
+  struct VolumeDetails {
+    std::string label;
+    std::string fileSystem;
+    uint64_t freeBytes = 0;
+    uint64_t totalBytes = 0;
+  };
+  virtual bool VolumeInformation(const std::string& root, VolumeDetails& details) {
+    (void)root;
+    (void)details;
+    return false;
+  }
   // The temporary folder, with a trailing separator.
   virtual std::string TempPath() = 0;
   // Opens an existing regular file for reading (shared read/write); null on
@@ -73,6 +102,9 @@ class FileSystemService {
   virtual bool WriteWholeFile(const std::string& path, const std::string& bytes) = 0;
   // Reads the whole regular file; nullopt on failure or for anything else.
   virtual std::optional<std::string> ReadWholeFile(const std::string& path) = 0;
+  // Creates one folder; its parent must exist. False when anything by that
+  // name exists already or the creation is refused (never replaces).
+  virtual bool CreateFolder(const std::string& path) = 0;
 };
 
 class TimeService {

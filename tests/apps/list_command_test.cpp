@@ -42,6 +42,9 @@ TEST_F(ListCommandTest, ExitCodesAndUsageErrors) {
       {{"--sort", "nam:sideways", "/"}, 2, "--sort: bad sort direction"},
       {{"--sort", "a,b,c,d,e,f", "--sort=g,h,i,j,k", "/"}, 2, "at most ten sort columns"},  // repeats add up
       {{"/no/such/place"}, 1, "no such file or folder"},
+      {{"--drives", "/"}, 2, "nxfv list: PATH may not be given with --drives"},
+      {{"--drives", "--special", "home"}, 2, "--drives and --special exclude each other"},
+      {{"--special", "attic"}, 2, "--special: unknown folder 'attic' (one of home, desktop"},
   };
   for (const auto& c : cases) {
     EXPECT_EQ(Run(c.args), c.code) << c.errPart;

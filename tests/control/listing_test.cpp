@@ -201,6 +201,10 @@ TEST_F(ViewerTest, MissingLocationReportsAndKeepsTheView) {
   ASSERT_EQ(platform->SimBoxes().Shown().size(), 1u);
   EXPECT_EQ(platform->SimBoxes().Shown()[0],
             (MessageBoxRecord{".Currentfolder", "Error: 76. Path not found", 21}));
+  viewer->setCurrentfolder("C:\\k\\a.txt");  // exists, so it passes, and lists as nothing
+  EXPECT_EQ(viewer->Currentfolder(), "C:\\k\\a.txt");
+  EXPECT_EQ(Keys(), (std::vector<std::string>{"sysgoup"}));
+  EXPECT_EQ(platform->SimBoxes().Shown().size(), 1u);
 }
 
 TEST_F(ViewerTest, ListingFailureIsReportedAndReleasesTheBusyFlag) {

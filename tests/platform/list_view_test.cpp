@@ -247,3 +247,49 @@ TEST(ListViewObserverTest, ObserversInOrderMayLeaveOrJoinOrThrowMidNotification)
 
 }  // namespace
 }  // namespace nxfv
+
+namespace nxfv {
+namespace {
+
+class LookRecorder : public ListViewObserver {
+ public:
+  std::vector<std::string> log;
+  void OnAppearanceChanged() override { log.push_back("look"); }
+  void OnLabelEditRequested(size_t row) override { log.push_back("edit" + std::to_string(row)); }
+  void OnRowChanged(size_t row, int32_t column) override {
+    log.push_back("row" + std::to_string(row) + "." + std::to_string(column));
+  }
+  void OnReset() override { log.push_back("reset"); }
+};
+
+TEST(ListViewLookTest, LookCheckBoxesRowKeysAndLabelEdits) {
+  ListView lv;
+  lv.AddRow("a", "A");
+  lv.AddRow("b", "b");
+  LookRecorder rec;
+  lv.AddObserver(&rec);
+  ListViewLook look = lv.Look();
+  lv.SetLook(look);  // no change, no notice
+  look.checkBoxes = true;
+  lv.SetLook(look);
+  EXPECT_EQ(lv.Row(0).StateImage(), 1);
+  EXPECT_EQ(lv.AddRow("c", "C").StateImage(), 1);
+  EXPECT_EQ(ErrorOf([&] { lv.Row(0).SetStateImage(16); }), 5);
+  // A key change keeps the text; taken and numeric keys are refused untouched.
+  rec.log.clear();
+  lv.SetRowKey(1, "x");
+  EXPECT_EQ(lv.Row(1).Text(), "b");
+  EXPECT_EQ(lv.FindRow("x"), &lv.Row(1));
+  EXPECT_EQ(lv.FindRow("b"), nullptr);
+  EXPECT_EQ(ErrorOf([&] { lv.SetRowKey(1, "a"); }), 35602);
+  EXPECT_EQ(ErrorOf([&] { lv.SetRowKey(1, "12"); }), 35603);
+  EXPECT_EQ(ErrorOf([&] { lv.SetRowKey(9, "q"); }), 9);
+  EXPECT_EQ(lv.Row(1).Key(), "x");
+  lv.RequestLabelEdit(2);
+  lv.RequestLabelEdit(7);  // past the end: nothing
+  EXPECT_EQ(lv.LabelEditRow(), 2);
+  EXPECT_EQ(rec.log, (std::vector<std::string>{"row1.0", "edit2"}));
+}
+
+}  // namespace
+}  // namespace nxfv

@@ -57,9 +57,25 @@ TEST_F(LinuxFileSystemTest, EnumerateMapsEveryKindOfEntry) {
       {"fifo", kAttrSystem},
   };
   EXPECT_EQ(entries.size(), std::size(cases)) << "\".\" and \"..\" are not reported";
+  // The refresh's cheap enumeration is sure of the bits that decide what shows.
+  constexpr uint32_t kSure = kAttrDirectory | kAttrHidden | kAttrSystem | kAttrReparsePoint;
+  std::map<std::string, uint32_t> light;
+  EXPECT_TRUE(
+      fs.EnumerateNames(dir.path(), [&](const FindData& d) { return light.emplace(d.name, d.attributes).second; }));
+  EXPECT_EQ(light.size(), std::size(cases));
+  // Looked up by name, an entry's record is the one the enumeration gives;
+  // what is not there, or is a path rather than a name, is skipped.
+  std::vector<std::string> names = {"not-there", "folder/../plain.txt", ".."};
+  for (const auto& [name, data] : entries) names.push_back(name);
+  std::map<std::string, FindData> found;
+  fs.FindEntries(dir.path(), names, [&](const FindData& d) { return found.emplace(d.name, d).second; });
+  EXPECT_EQ(found.size(), entries.size());
   for (const Case& c : cases) {
     const auto it = entries.find(c.name);
     ASSERT_NE(it, entries.end()) << c.name;
+    EXPECT_EQ(light[c.name] & kSure, c.attributes & kSure) << "EnumerateNames of " << c.name;
+    EXPECT_EQ(found[c.name].attributes, c.attributes) << "FindEntries of " << c.name;
+    EXPECT_EQ(found[c.name].lastWriteTime, it->second.lastWriteTime) << "FindEntries of " << c.name;
     EXPECT_EQ(it->second.attributes, c.attributes) << c.name;
     EXPECT_EQ(it->second.shortName, "") << c.name;
     uint32_t single = 0;

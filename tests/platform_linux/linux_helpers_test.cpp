@@ -70,5 +70,24 @@ TEST(ParseMountPoints, DecodesEscapesAndDropsDuplicates) {
   EXPECT_EQ(ParseMountPoints(mounts), expected);
 }
 
+TEST(ParseUserVolumes, KeepsWhatAUserBrowses) {
+  const char* mounts =
+      "proc /proc proc rw 0 0\n"
+      "sysfs /sys sysfs rw 0 0\n"
+      "cgroup /sys/fs/cgroup/cpu cgroup rw 0 0\n"
+      "overlay / overlay rw 0 0\n"
+      "/dev/vda1 /home ext4 rw 0 0\n"
+      "tmpfs /tmp tmpfs rw 0 0\n"
+      "tmpfs /run/user/1000 tmpfs rw 0 0\n"
+      "/dev/sdb1 /media/user/My\\040Stick vfat rw 0 0\n"
+      "/dev/sdc1 /run/media/user/CARD exfat rw 0 0\n"
+      "/dev/loop3 /snap/core/1 squashfs ro 0 0\n"
+      "/dev/vda15 /boot/efi vfat rw 0 0\n"
+      "server:/x /mnt/share nfs4 rw 0 0\n";
+  const std::vector<std::string> expected = {"/", "/home", "/tmp", "/media/user/My Stick", "/run/media/user/CARD",
+                                             "/mnt/share"};
+  EXPECT_EQ(ParseUserVolumes(mounts), expected);
+}
+
 }  // namespace
 }  // namespace nxfv

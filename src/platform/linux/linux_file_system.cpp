@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/statfs.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -290,6 +291,55 @@ bool LinuxFileSystem::Enumerate(const std::string& folder, const Visitor& visit)
   return true;
 }
 
+bool LinuxFileSystem::EnumerateNames(const std::string& folder, const Visitor& visit) {
+  const std::string raw = UnescapeFileName(folder);
+  const Fd dir(open(raw.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NOCTTY));
+  if (dir.get() < 0) return false;
+  HiddenNames hidden;
+  hidden.LoadAt(dir.get());
+  auto buffer = std::make_unique_for_overwrite<char[]>(kDirentBufferBytes);
+  FindData entry;
+  for (;;) {
+    ssize_t n = 0;
+    do n = getdents64(dir.get(), buffer.get(), kDirentBufferBytes);
+    while (n < 0 && errno == EINTR);
+    if (n <= 0) return n == 0;
+    for (size_t offset = 0; offset < static_cast<size_t>(n);) {
+      const auto* d = reinterpret_cast<const struct dirent64*>(buffer.get() + offset);
+      offset += d->d_reclen;
+      if (IsDotOrDotDot(d->d_name)) continue;
+      if (d->d_type == DT_LNK || d->d_type == DT_UNKNOWN) {
+        if (!ExamineEntry(dir.get(), d->d_name, d->d_type, hidden, entry)) continue;
+      } else {
+        EntryFacts facts;
+        facts.mode = ModeFromDirentType(d->d_type);
+        facts.hidden = hidden.Contains(d->d_name);
+        entry.attributes = MapAttributes(facts);
+      }
+      EscapeFileNameInto(std::string_view(d->d_name), entry.name);
+      if (!visit(entry)) return true;
+    }
+  }
+}
+
+void LinuxFileSystem::FindEntries(const std::string& folder, const std::vector<std::string>& names,
+                                  const Visitor& visit) {
+  if (names.empty()) return;
+  const Fd dir(open(UnescapeFileName(folder).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NOCTTY));
+  if (dir.get() < 0) return;
+  HiddenNames hidden;
+  hidden.LoadAt(dir.get());
+  FindData entry;
+  for (const std::string& name : names) {
+    const std::string raw = UnescapeFileName(name);
+    // A name, never a path: nothing outside the folder is looked at.
+    if (raw.empty() || raw.find('/') != std::string::npos || IsDotOrDotDot(raw.c_str())) continue;
+    if (!ExamineEntry(dir.get(), raw.c_str(), DT_UNKNOWN, hidden, entry)) continue;
+    entry.name = name;
+    if (!visit(entry)) return;
+  }
+}
+
 bool LinuxFileSystem::GetAttributes(const std::string& path, uint32_t& attributes) {
   const std::string raw = RawPathNoTrailingSlash(path);
   if (raw.empty()) return false;
@@ -324,6 +374,22 @@ bool LinuxFileSystem::VolumeFileSystemName(const std::string& root, std::string&
   return true;
 }
 
+bool LinuxFileSystem::VolumeInformation(const std::string& root, VolumeDetails& details) {
+  const std::string raw = UnescapeFileName(root);
+  struct statvfs space {};
+  if (!VolumeFileSystemName(root, details.fileSystem) || statvfs(raw.c_str(), &space) != 0) return false;
+  details.freeBytes = static_cast<uint64_t>(space.f_bavail) * space.f_frsize;
+  details.totalBytes = static_cast<uint64_t>(space.f_blocks) * space.f_frsize;
+  details.label.clear();
+  for (const std::string_view media : {"/media/", "/run/media/"}) {
+    if (root.compare(0, media.size(), media) != 0) continue;
+    const size_t cut = root.find_last_of('/');
+    // /media/LABEL and /media/USER/LABEL alike: the last name is the label.
+    if (cut >= media.size() - 1 && cut + 1 < root.size()) details.label = root.substr(cut + 1);
+  }
+  return true;
+}
+
 std::string LinuxFileSystem::TempPath() {
   const char* dir = std::getenv("TMPDIR");
   std::string path = dir != nullptr && *dir != '\0' ? EscapeFileName(dir) : std::string("/tmp");
@@ -352,6 +418,11 @@ bool LinuxFileSystem::WriteWholeFile(const std::string& path, const std::string&
   const bool wrote = WriteAll(fd, bytes);
   const bool closed = close(fd) == 0;
   return wrote && closed;
+}
+
+bool LinuxFileSystem::CreateFolder(const std::string& path) {
+  const std::string raw = UnescapeFileName(path);
+  return !raw.empty() && mkdir(raw.c_str(), 0777) == 0;
 }
 
 std::optional<std::string> LinuxFileSystem::ReadWholeFile(const std::string& path) {

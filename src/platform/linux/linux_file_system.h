@@ -27,6 +27,14 @@ class LinuxFileSystem : public FileSystemService {
   // statfs of root: "FAT", "ext4", "tmpfs", ... or "unknown" for a file
   // system not in the table. False when root does not exist.
   bool VolumeFileSystemName(const std::string& root, std::string& name) override;
+  // Names from getdents64 alone: the bits come from the entry type, and
+  // only symbolic links and entries of unknown type are examined further.
+  bool EnumerateNames(const std::string& folder, const Visitor& visit) override;
+  // One statx per name, relative to the folder opened once.
+  void FindEntries(const std::string& folder, const std::vector<std::string>& names, const Visitor& visit) override;
+  // Space from statvfs; the label is the mount point's last name for
+  // removable media (/media/USER/LABEL, /run/media/USER/LABEL), else "".
+  bool VolumeInformation(const std::string& root, VolumeDetails& details) override;
   // $TMPDIR or "/tmp", with a trailing "/".
   std::string TempPath() override;
   // Null for a missing file or a folder. Size is taken at open.
@@ -36,6 +44,8 @@ class LinuxFileSystem : public FileSystemService {
   // left incomplete.
   bool WriteWholeFile(const std::string& path, const std::string& bytes) override;
   std::optional<std::string> ReadWholeFile(const std::string& path) override;
+  // mkdir with mode 0777 (the umask applies).
+  bool CreateFolder(const std::string& path) override;
 };
 
 }  // namespace nxfv

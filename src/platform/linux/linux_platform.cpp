@@ -15,12 +15,13 @@ namespace nxfv {
 LinuxPlatform::LinuxPlatform() = default;
 
 std::vector<std::string> LinuxPlatform::Drives() {
-  // Mount points the user can read, from the kernel's mount table.
+  // The volumes a user browses that the user can read, from the kernel's
+  // mount table (its own file systems, proc, sysfs and the like, are left out).
   std::vector<std::string> drives;
   std::ifstream in("/proc/self/mounts", std::ios::binary);
   std::ostringstream text;
   if (in) text << in.rdbuf();
-  for (const std::string& point : ParseMountPoints(text.str()))
+  for (const std::string& point : ParseUserVolumes(text.str()))
     if (access(point.c_str(), R_OK | X_OK) == 0) drives.push_back(EscapeFileName(point));
   if (drives.empty()) drives.push_back("/");
   return drives;

@@ -27,6 +27,49 @@ std::string DecodeOctalEscapes(std::string_view field) {
 
 }  // namespace
 
+namespace {
+
+bool StartsWith(std::string_view text, std::string_view head) { return text.substr(0, head.size()) == head; }
+
+bool IsUserVolume(std::string_view point, std::string_view type) {
+  static constexpr std::string_view kKernelTypes[] = {
+      "proc",       "sysfs",    "cgroup",  "cgroup2",  "devpts",    "devtmpfs", "securityfs", "debugfs",
+      "tracefs",    "pstore",   "bpf",     "mqueue",   "hugetlbfs", "configfs", "fusectl",    "binfmt_misc",
+      "autofs",     "efivarfs", "rpc_pipefs", "nsfs",  "ramfs",     "squashfs", "overlay",    "fuse.gvfsd-fuse",
+      "fuse.portal", "fuse.lxcfs", "selinuxfs", "rootfs"};
+  for (std::string_view kernel : kKernelTypes)
+    if (type == kernel) return point == "/";  // a container's root is still the user's "/"
+  if (point == "/") return true;
+  if (StartsWith(point, "/run/media/")) return true;
+  for (std::string_view hidden : {"/proc", "/sys", "/dev", "/run", "/snap", "/boot"})
+    if (StartsWith(point, hidden) && (point.size() == hidden.size() || point[hidden.size()] == '/')) return false;
+  // Memory file systems hold nothing a user browses, except the temporary folder.
+  if (type == "tmpfs") return point == "/tmp";
+  return true;
+}
+
+}  // namespace
+
+std::vector<std::string> ParseUserVolumes(std::string_view mounts) {
+  std::vector<std::string> points;
+  while (!mounts.empty()) {
+    const size_t eol = mounts.find('\n');
+    std::string_view line = mounts.substr(0, eol);
+    mounts = eol == std::string_view::npos ? std::string_view{} : mounts.substr(eol + 1);
+    const size_t deviceEnd = line.find(' ');
+    if (deviceEnd == std::string_view::npos) continue;
+    line.remove_prefix(deviceEnd + 1);
+    const size_t pointEnd = line.find(' ');
+    if (pointEnd == std::string_view::npos) continue;
+    const std::string point = DecodeOctalEscapes(line.substr(0, pointEnd));
+    line.remove_prefix(pointEnd + 1);
+    const std::string_view type = line.substr(0, line.find(' '));
+    if (point.empty() || point[0] != '/' || !IsUserVolume(point, type)) continue;
+    if (std::find(points.begin(), points.end(), point) == points.end()) points.push_back(point);
+  }
+  return points;
+}
+
 std::vector<std::string> ParseMountPoints(std::string_view mounts) {
   std::vector<std::string> points;
   while (!mounts.empty()) {

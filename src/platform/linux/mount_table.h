@@ -11,4 +11,11 @@ namespace nxfv {
 // with the table's octal escapes ("\040" for a blank) decoded. Raw bytes.
 std::vector<std::string> ParseMountPoints(std::string_view mounts);
 
+// The mount points a user browses, in file order without duplicates:
+// "/" and real storage (disks, removable media, network shares), not the
+// kernel's own file systems (proc, sysfs, cgroup, devpts, ...), memory
+// file systems other than /tmp, snap and container images, nor anything
+// under /proc, /sys, /dev and /run except removable media in /run/media.
+std::vector<std::string> ParseUserVolumes(std::string_view mounts);
+
 }  // namespace nxfv

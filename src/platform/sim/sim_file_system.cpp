@@ -180,6 +180,22 @@ bool SimFileSystem::GetAttributes(const std::string& path, uint32_t& attributes)
   return true;
 }
 
+bool SimFileSystem::VolumeInformation(const std::string& root, VolumeDetails& details) {
+  if (!VolumeFileSystemName(root, details.fileSystem)) return false;
+  const auto it = volumeDetails_.find(Utf8Upper(SplitPath(root)[0]));
+  const std::string fileSystem = details.fileSystem;
+  details = it == volumeDetails_.end() ? VolumeDetails{} : it->second;
+  details.fileSystem = fileSystem;
+  return true;
+}
+
+void SimFileSystem::SetVolumeDetails(const std::string& root, std::string label, uint64_t freeBytes,
+                                     uint64_t totalBytes) {
+  auto parts = SplitPath(root);
+  if (parts.empty()) return;
+  volumeDetails_[Utf8Upper(parts[0])] = VolumeDetails{std::move(label), "", freeBytes, totalBytes};
+}
+
 bool SimFileSystem::VolumeFileSystemName(const std::string& root, std::string& name) {
   auto parts = SplitPath(root);
   if (parts.empty()) return false;
@@ -206,6 +222,15 @@ bool SimFileSystem::WriteWholeFile(const std::string& path, const std::string& b
   if (found != parent->index.end() && (parent->children[found->second]->data.attributes & kAttrDirectory))
     return false;
   AddFileWithContent(path, bytes, kAttrArchive);
+  return true;
+}
+
+bool SimFileSystem::CreateFolder(const std::string& path) {
+  std::string leaf;
+  Node* parent = Parent(path, leaf, false);
+  if (!parent || !(parent->data.attributes & kAttrDirectory) || leaf.empty()) return false;
+  if (parent->index.count(Utf8Upper(leaf)) != 0) return false;
+  AddChild(parent, leaf, kAttrDirectory);
   return true;
 }
 

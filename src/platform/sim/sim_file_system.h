@@ -41,10 +41,15 @@ class SimFileSystem : public FileSystemService {
   bool Enumerate(const std::string& folder, const Visitor& visit) override;
   bool GetAttributes(const std::string& path, uint32_t& attributes) override;
   bool VolumeFileSystemName(const std::string& root, std::string& name) override;
+  // The drives view's figures: a volume added with AddVolume has no label
+  // and no space until SetVolumeDetails gives them.
+  bool VolumeInformation(const std::string& root, VolumeDetails& details) override;
+  void SetVolumeDetails(const std::string& root, std::string label, uint64_t freeBytes, uint64_t totalBytes);
   std::string TempPath() override;
   std::unique_ptr<RandomAccessFile> OpenForRead(const std::string& path) override;
   bool WriteWholeFile(const std::string& path, const std::string& bytes) override;
   std::optional<std::string> ReadWholeFile(const std::string& path) override;
+  bool CreateFolder(const std::string& path) override;
 
   void SetTempPath(std::string path) { tempPath_ = std::move(path); }
 
@@ -61,6 +66,7 @@ class SimFileSystem : public FileSystemService {
   Node* AddChild(Node* parent, const std::string& name, uint32_t attributes);
 
   std::map<std::string, std::unique_ptr<Node>> roots_;  // upper-cased "C:"
+  std::map<std::string, VolumeDetails> volumeDetails_;  // upper-cased "C:" -> label and space
   std::map<std::string, std::string> volumes_;          // upper-cased "C:" -> fs name
   std::string tempPath_ = "C:\\TEMP\\";
 };
