@@ -11,14 +11,15 @@
 //    refresh timer unless it already runs. Delivery shows the first tick
 //    of a burst at once; while changes keep coming in tick after tick it
 //    holds them until a tick without changes, but never longer than
-//    kMaxHoldTicks ticks, so a steady stream still refreshes about 3 times
-//    a second and a single change is never held;
+//    kMaxHoldTicks ticks (1.5 s), so a steady stream still refreshes now and
+//    then (a copy of thousands of files costs a handful of refreshes) and a
+//    single change is never held;
 //  - the refresh timer (Timer1) fires once, kRefreshMs later: it takes what
 //    is still pending (the refresh it is about to make covers it), clears
 //    the slot's flag and refreshes the folder in place.
 // Changes arriving while a refresh is waiting or running only set the flag
 // again, so a burst of thousands of changes costs a few refreshes (its
-// start, its end, one per 300 ms between), never one per change.
+// start, its end, one per 1.5 s between), never one per change.
 //
 // Choices where nothing else decides:
 //  - Intervals: 20 ms and 5 ms. A single change shows within 25 ms plus
@@ -52,7 +53,7 @@ class AutoRefresh {
  public:
   static constexpr uint32_t kTickMs = 20;    // Timer2
   static constexpr uint32_t kRefreshMs = 5;  // Timer1
-  static constexpr int kMaxHoldTicks = 15;   // a burst refreshes at least every 300 ms
+  static constexpr int kMaxHoldTicks = 75;   // a burst refreshes at least every 1.5 s
 
   explicit AutoRefresh(ViewerCore& core) : core_(core) {}
   // Stops both timers and gives up this control's watch.

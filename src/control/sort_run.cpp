@@ -89,7 +89,10 @@ void SortRun::RunFrom(ListView& view, Platform& platform, size_t firstRow) {
     const std::string_view type = typeColumn > 0 ? row.SubItem(typeColumn) : std::string_view();
     row.SetSubItem(sortColumn, BuildRowSortKey(row, type, columns, ctx));
   }
-  view.Sort(sortColumn);
+  // Rows before firstRow kept their keys and their order: only the new ones
+  // need placing.
+  if (firstRow > 0) view.SortAppended(sortColumn, firstRow);
+  else view.Sort(sortColumn);
   UpdateIndicators(view);
 }
 

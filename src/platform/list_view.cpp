@@ -433,6 +433,23 @@ void ListView::ClearRows() {
   if (count) Notify([count](ListViewObserver& o) { o.OnRowsRemoved(0, count); });
 }
 
+void ListView::SortAppended(int32_t sortColumn, size_t firstNew) {
+  if (!sorted_ || sortKey_ != sortColumn || firstNew == 0 || firstNew > rows_.size()) return Sort(sortColumn);
+  auto text = [sortColumn](const std::unique_ptr<ListRow>& r) {
+    return sortColumn == 0 ? r->Text() : r->SubItem(sortColumn);
+  };
+  // Both steps are stable, so equal texts keep their order, kept rows first,
+  // exactly as a full sort of the same rows would leave them.
+  auto less = [&](const std::unique_ptr<ListRow>& a, const std::unique_ptr<ListRow>& b) { return text(a) < text(b); };
+  const auto middle = rows_.begin() + static_cast<std::ptrdiff_t>(firstNew);
+  std::stable_sort(middle, rows_.end(), less);
+  std::inplace_merge(rows_.begin(), middle, rows_.end(), less);
+  contentWidths_.clear();
+  Renumber(0);
+  RebuildRowIndex();
+  Notify([](ListViewObserver& o) { o.OnSortChanged(); });
+}
+
 void ListView::Sort(int32_t sortColumn) {
   sorted_ = true;
   sortKey_ = sortColumn;

@@ -291,5 +291,31 @@ TEST(ListViewLookTest, LookCheckBoxesRowKeysAndLabelEdits) {
   EXPECT_EQ(rec.log, (std::vector<std::string>{"row1.0", "edit2"}));
 }
 
+TEST(ListViewSortTest, AppendedRowsMergeExactlyAsAFullSortPlacesThem) {
+  // Texts with ties, prefixes and bytes above 0x7F; the keys record the order.
+  const std::vector<std::string> kept{"b", "a", "b", "ab", "\xC3\xA9", "", "a"};
+  const std::vector<std::string> added{"a", "b", "aa", "", "\xC3\xA9", "c"};
+  auto add = [](ListView& lv, const std::vector<std::string>& texts) {
+    for (const std::string& t : texts) lv.AddRow("k" + std::to_string(lv.RowCount()), "").SetSubItem(1, t);
+  };
+  auto keys = [](const ListView& lv) {
+    std::string out;
+    for (size_t i = 0; i < lv.RowCount(); ++i) out += std::string(lv.Row(i).Key()) + " ";
+    return out;
+  };
+  ListView merged, reference;
+  merged.AddColumn("c1", "c1", 0);
+  reference.AddColumn("c1", "c1", 0);
+  add(merged, kept);
+  merged.Sort(1);
+  add(merged, added);
+  merged.SortAppended(1, kept.size());
+  add(reference, kept);
+  add(reference, added);
+  reference.Sort(1);
+  EXPECT_EQ(keys(merged), keys(reference));
+  EXPECT_EQ(merged.FindRow("k8")->Index(), reference.FindRow("k8")->Index());  // positions renumbered
+}
+
 }  // namespace
 }  // namespace nxfv
