@@ -1,33 +1,20 @@
 #include "nxfv/control/auto_refresh.h"
 
-#include <cctype>
 #include <vector>
 
 #include "nxfv/control/folder_listing.h"
 #include "nxfv/control/host_boundary.h"
+#include "nxfv/control/navigation.h"
 #include "nxfv/control/viewer_core.h"
 
 namespace nxfv {
-
-namespace {
-
-bool SamePath(const Platform& p, const std::string& a, const std::string& b) {
-  if (a.size() != b.size()) return false;
-  if (!p.PathsIgnoreCase()) return a == b;
-  for (size_t i = 0; i < a.size(); ++i)
-    if (std::toupper(static_cast<unsigned char>(a[i])) != std::toupper(static_cast<unsigned char>(b[i])))
-      return false;
-  return true;
-}
-
-}  // namespace
 
 AutoRefresh::~AutoRefresh() {
   TimerService& timers = core_.platform.Timers();
   if (tickTimer_ != 0) timers.Cancel(tickTimer_);
   StopRefreshTimer();
   ChangeNotifierService& notifier = core_.platform.ChangeNotifier();
-  if (!watched_.empty() && SamePath(core_.platform, notifier.WatchedFolder(), watched_)) notifier.Unwatch();
+  if (!watched_.empty() && SamePlace(core_.platform, notifier.WatchedFolder(), watched_)) notifier.Unwatch();
 }
 
 void AutoRefresh::FollowLocation(bool drivesView) {
@@ -48,7 +35,7 @@ void AutoRefresh::Sync() {
   if (target == target_) return;
   ChangeNotifierService& notifier = core_.platform.ChangeNotifier();
   // Another control of the platform may hold the watch by now: only our own goes.
-  if (!watched_.empty() && SamePath(core_.platform, notifier.WatchedFolder(), watched_)) notifier.Unwatch();
+  if (!watched_.empty() && SamePlace(core_.platform, notifier.WatchedFolder(), watched_)) notifier.Unwatch();
   watched_.clear();
   target_ = target;
   // A change of the folder left behind must not refresh the new one.
@@ -82,7 +69,7 @@ void AutoRefresh::MarkSlots() {
   InstanceTable& table = InstanceTable::ForThisThread();
   for (int16_t i = 0; i < InstanceTable::kRows; ++i) {
     InstanceSlot& slot = table.Row(i);
-    if (!slot.currentFolder.empty() && SamePath(core_.platform, slot.currentFolder, folder))
+    if (!slot.currentFolder.empty() && SamePlace(core_.platform, slot.currentFolder, folder))
       slot.refreshPending = true;
   }
 }
@@ -103,7 +90,7 @@ void AutoRefresh::Fire() {
   RunReported(core_.platform, ".Timer1", [&] {
     if (core_.busy) return;  // the flag stays set: the next tick tries again
     Sync();
-    if (watched_.empty() || !SamePath(core_.platform, watched_, core_.currentFolder)) return;
+    if (watched_.empty() || !SamePlace(core_.platform, watched_, core_.currentFolder)) return;
     // What is waiting now happened before the enumeration below, which sees it.
     core_.platform.ChangeNotifier().TakeChanges();
     held_ = false;

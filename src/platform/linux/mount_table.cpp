@@ -50,8 +50,13 @@ bool IsUserVolume(std::string_view point, std::string_view type) {
 
 }  // namespace
 
-std::vector<std::string> ParseUserVolumes(std::string_view mounts) {
-  std::vector<std::string> points;
+namespace {
+
+// Calls visit(point, type) for every line of a mount table (fields:
+// device, mount point, type, options, ...; separated by blanks), each
+// mount point with its octal escapes decoded.
+template <class Visit>
+void ForEachMount(std::string_view mounts, Visit visit) {
   while (!mounts.empty()) {
     const size_t eol = mounts.find('\n');
     std::string_view line = mounts.substr(0, eol);
@@ -60,30 +65,34 @@ std::vector<std::string> ParseUserVolumes(std::string_view mounts) {
     if (deviceEnd == std::string_view::npos) continue;
     line.remove_prefix(deviceEnd + 1);
     const size_t pointEnd = line.find(' ');
-    if (pointEnd == std::string_view::npos) continue;
     const std::string point = DecodeOctalEscapes(line.substr(0, pointEnd));
-    line.remove_prefix(pointEnd + 1);
-    const std::string_view type = line.substr(0, line.find(' '));
-    if (point.empty() || point[0] != '/' || !IsUserVolume(point, type)) continue;
-    if (std::find(points.begin(), points.end(), point) == points.end()) points.push_back(point);
+    const bool hasType = pointEnd != std::string_view::npos;
+    std::string_view type;
+    if (hasType) {
+      line.remove_prefix(pointEnd + 1);
+      type = line.substr(0, line.find(' '));
+    }
+    if (!point.empty() && point[0] == '/') visit(point, type, hasType);
   }
+}
+
+void AddOnce(std::vector<std::string>& points, const std::string& point) {
+  if (std::find(points.begin(), points.end(), point) == points.end()) points.push_back(point);
+}
+
+}  // namespace
+
+std::vector<std::string> ParseUserVolumes(std::string_view mounts) {
+  std::vector<std::string> points;
+  ForEachMount(mounts, [&](const std::string& point, std::string_view type, bool hasType) {
+    if (hasType && IsUserVolume(point, type)) AddOnce(points, point);
+  });
   return points;
 }
 
 std::vector<std::string> ParseMountPoints(std::string_view mounts) {
   std::vector<std::string> points;
-  while (!mounts.empty()) {
-    const size_t eol = mounts.find('\n');
-    std::string_view line = mounts.substr(0, eol);
-    mounts = eol == std::string_view::npos ? std::string_view{} : mounts.substr(eol + 1);
-    // Fields: device, mount point, type, options, ...; separated by blanks.
-    const size_t deviceEnd = line.find(' ');
-    if (deviceEnd == std::string_view::npos) continue;
-    line.remove_prefix(deviceEnd + 1);
-    const std::string point = DecodeOctalEscapes(line.substr(0, line.find(' ')));
-    if (point.empty() || point[0] != '/') continue;
-    if (std::find(points.begin(), points.end(), point) == points.end()) points.push_back(point);
-  }
+  ForEachMount(mounts, [&](const std::string& point, std::string_view, bool) { AddOnce(points, point); });
   return points;
 }
 
