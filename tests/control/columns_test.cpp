@@ -9,23 +9,6 @@ namespace {
 
 using ColumnsTest = ViewerTest;
 
-std::vector<std::string> VisibleKeys(const ListView& lv) {
-  std::vector<std::string> out;
-  for (int32_t c = 0; c < lv.ColumnCount(); ++c)
-    if (lv.Column(c).width > 0) out.push_back(lv.Column(c).key);
-  return out;
-}
-
-TEST_F(ColumnsTest, NewControlShowsFiveOfTwentyOneColumns) {
-  const ListView& lv = viewer->ListView1();
-  ASSERT_EQ(lv.ColumnCount(), 21);
-  EXPECT_EQ(VisibleKeys(lv), (std::vector<std::string>{"nam", "ext", "siz", "typ", "mod"}));
-  EXPECT_EQ(lv.Column(1).caption + "|" + lv.Column(18).caption, "Ext|Userdaten1");
-  EXPECT_EQ(FileViewer::Internal::SubItemIndexOf(*viewer, "pth"), 8);  // the archive columns follow the time column
-  ClearError();
-  EXPECT_THROW(FileViewer::Internal::SubItemIndexOf(*viewer, "nope"), VbError);
-}
-
 TEST_F(ColumnsTest, LockedColumnListIsPublishedInTheSlot) {
   EXPECT_EQ(viewer->LockedColumns(), " 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19,20");
   viewer->setViewOptions(0x1FFBFF);

@@ -27,32 +27,11 @@ class SavedSettingsTest : public ViewerTest {
   }
 };
 
-TEST_F(SavedSettingsTest, KeysAndWritingOrder) {
-  const auto& keys = saved_settings::Keys();
-  ASSERT_EQ(keys.size(), 32u);
-  EXPECT_EQ(keys[1], "ForeColor");
-  EXPECT_EQ(keys[10], "pattern");
-  EXPECT_EQ(keys[17], "AllowMulticolumnsort");
-  auto written = Written(*viewer);
-  ASSERT_EQ(written.size(), 32u);
-  EXPECT_EQ(written[22], "Appearance=1");
-  EXPECT_EQ(written[23], "BorderStyle=0");
-  EXPECT_EQ(written[0], "BackColor=-2147483643");
-  EXPECT_EQ(written[13], "StartingFolder=c:\\");
-}
-
 TEST_F(SavedSettingsTest, EmptyBagGivesTheDefaultsAndListsTheStartingFolder) {
   MemoryPropertyBag empty;
   viewer->ReadProperties(empty);
   EXPECT_EQ(viewer->Currentfolder(), "c:\\");
   EXPECT_GT(viewer->ListView1().RowCount(), 0u);
-  EXPECT_EQ(viewer->ViewStyle(), FvReport);
-  EXPECT_EQ(viewer->ViewOptions(), 31);
-  EXPECT_EQ(viewer->FilePattern(), "*.*");
-  EXPECT_TRUE(viewer->FullRowSelection());
-  EXPECT_TRUE(viewer->AllowMoveColumns());
-  EXPECT_FALSE(viewer->ShowCheckBoxes());
-  EXPECT_EQ(viewer->BackColor(), 0x80000005u);
   EXPECT_TRUE(platform->SimBoxes().Shown().empty());
   auto fresh = FileViewer::Create(platform);
   auto defaults = Written(*fresh);

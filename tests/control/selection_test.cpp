@@ -89,7 +89,6 @@ TEST_F(SelectionTest, SelectAllAndUnSelectAll) {
   // The items read False at once, before any synchronisation.
   for (const auto& item : *viewer->Items()) EXPECT_FALSE(item->Selected()) << item->Key();
   viewer->setAllowMultipleSelection(false);
-  EXPECT_FALSE(viewer->ListView1().Look().multiSelect);
   viewer->SelectAll();
   EXPECT_EQ(viewer->SelectedCount(), 0);
 }
@@ -107,22 +106,6 @@ TEST_F(SelectionTest, ListItemAndGetItemFromName) {
   EXPECT_EQ(Name(viewer->GetItemFromName("c.txt")), "c.txt");
   EXPECT_EQ(viewer->GetItemFromName("C.TXT"), nullptr);
   EXPECT_EQ(viewer->GetItemFromName("zz"), nullptr);
-}
-
-TEST_F(SelectionTest, OnlyTheItemHandedOutLastReachesTheView) {
-  auto a = viewer->GetItemFromName("a.txt");
-  auto c = viewer->GetItemFromName("c.txt");
-  a->setSelected(true);  // handed out earlier: changes only itself
-  EXPECT_FALSE(Row("a.txt").Selected());
-  EXPECT_TRUE(a->Selected());
-  c->setSelected(true);
-  c->setChecked(true);
-  c->EnsureVisible();
-  EXPECT_TRUE(Row("c.txt").Selected());
-  EXPECT_TRUE(Row("c.txt").Checked());
-  EXPECT_EQ(viewer->ListView1().TopRow(), 3);
-  // Only renaming runs until the file operations exist.
-  EXPECT_FALSE(c->ExecuteShellCommand(ItemFileCommands::IcOpen));
 }
 
 TEST_F(SelectionTest, ArchiveEntriesInSubFoldersFindTheirRow) {

@@ -108,22 +108,6 @@ TEST_F(FileListItemTest, EnsureVisibleAndShellCommandsRaiseOnlyWhereAllowed) {
   }
 }
 
-TEST_F(FileListItemTest, ExecuteShellCommandPassesParameterByReference) {
-  item_->setListItemTyp(typeoffitem::file);
-  rec_->answerOk = true;
-  rec_->answerParameter = Variant("new name.txt");
-  Variant parameter(int32_t{5});
-  EXPECT_TRUE(item_->ExecuteShellCommand(ItemFileCommands::IcRename, parameter));
-  EXPECT_EQ(parameter, Variant("new name.txt"));
-  ASSERT_EQ(rec_->calls.size(), 1u);
-  EXPECT_EQ(rec_->calls[0].mybef, eventbefs::doexebef);
-  EXPECT_EQ(rec_->calls[0].itemvalue, Variant(int32_t{4}));
-  EXPECT_EQ(rec_->calls[0].parameter, Variant(int32_t{5}));
-  rec_->answerOk = false;
-  EXPECT_FALSE(item_->ExecuteShellCommand(ItemFileCommands::IcOpen));
-  EXPECT_TRUE(rec_->calls[1].parameter.IsEmpty());  // the overload without Parameter
-}
-
 TEST_F(FileListItemTest, LetsNeverFailWithoutOrWithAFailingListener) {
   item_->setListItemTyp(typeoffitem::file);
   rec_->throwIt = true;

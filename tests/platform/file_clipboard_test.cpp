@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "nxfv/platform/sim/simulated_platform.h"
-
 namespace nxfv {
 namespace {
 
@@ -66,21 +64,6 @@ TEST(FileUriListTest, UriListAndGnomeCopiedFilesRoundTrip) {
     EXPECT_FALSE(DecodeGnomeCopiedFiles(bad, decoded, cut)) << bad;
     EXPECT_TRUE(decoded.empty());
   }
-}
-
-TEST(FileClipboardTest, HoldsOneListWithItsMarkUntilClearedOrReplaced) {
-  SimulatedPlatform p;
-  FileClipboardService& clip = p.Clipboard();
-  std::vector<std::string> paths{"stale"};
-  bool cut = true;
-  clip.SetFiles({"C:\\a", "C:\\b"}, true);
-  EXPECT_TRUE(clip.GetFiles(paths, cut) && cut);
-  EXPECT_EQ(paths, (std::vector<std::string>{"C:\\a", "C:\\b"}));
-  clip.SetFiles({}, true);  // an empty list clears
-  EXPECT_FALSE(clip.HasFiles());
-  clip.SetFiles({"C:\\c"}, false);
-  clip.Clear();
-  EXPECT_FALSE(clip.GetFiles(paths, cut) || cut || !paths.empty());
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// FolderSize, LoadResString and SpecialFolderPath.
+// FolderSize and LoadResString.
 #include <gtest/gtest.h>
 
 #include "nxfv/platform/sim/simulated_platform.h"
@@ -6,8 +6,6 @@
 
 namespace nxfv {
 namespace {
-
-using namespace std::string_literals;
 
 TEST(FolderSizeTest, SumsFilesRecursivelySkippingDotNamesAndLinks) {
   SimulatedPlatform p;
@@ -39,16 +37,6 @@ TEST(LoadResStringTest, CaptionsMissingStringsAndTheBufferLimit) {
   p.SimStrings().SetString("Long.Dll", 2, wide);
   EXPECT_EQ(LoadResString(p, "Long.Dll", 1), std::string(259, 'x'));
   EXPECT_EQ(LoadResString(p, "Long.Dll", 2), wide.substr(0, 259 * 2));
-}
-
-TEST(SpecialFolderPathTest, PathsThroughStripNull) {
-  SimulatedPlatform p;
-  EXPECT_EQ(SpecialFolderPath(p, CSIDL_PERSONAL), "C:\\Users\\User\\Documents");
-  EXPECT_EQ(SpecialFolderPath(p, CSIDL_DRIVES), "");  // no file-system path
-  p.SimStrings().SetSpecialFolder(CSIDL_FAVORITES, "C:\\Fav\0junk"s);
-  EXPECT_EQ(SpecialFolderPath(p, CSIDL_FAVORITES), "C:\\Fav");
-  p.SimStrings().SetSpecialFolder(CSIDL_FONTS, "  C:\\Fonts  ");
-  EXPECT_EQ(SpecialFolderPath(p, CSIDL_FONTS), "C:\\Fonts");
 }
 
 }  // namespace
