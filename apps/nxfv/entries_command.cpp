@@ -112,16 +112,15 @@ int RunEntriesCommand(const std::vector<std::string>& args, Platform& platform, 
 
   const std::string path = PlatformPath(platform, archive);
   uint32_t attributes = 0;
-  if (!platform.Files().GetAttributes(path, attributes)) {
-    err << "nxfv: " << archive << ": no such file\n";
-    return 1;
-  }
-  if (attributes & kAttrDirectory) {
+  const bool exists = platform.Files().GetAttributes(path, attributes);
+  if (exists && (attributes & kAttrDirectory)) {
     err << "nxfv: " << archive << ": is a folder, not an archive\n";
     return 1;
   }
-  if (!platform.Files().OpenForRead(path)) {
-    err << "nxfv: " << archive << ": cannot be opened for reading\n";
+  if (!exists || !platform.Files().OpenForRead(path)) {
+    const std::string reason = platform.Files().WhyNotReadable(path, false);
+    err << "nxfv: " << archive << ": "
+        << (!reason.empty() ? reason : exists ? "cannot be opened for reading" : "no such file or folder") << "\n";
     return 1;
   }
 

@@ -176,12 +176,25 @@ int RunListCommand(const std::vector<std::string>& args, Platform& platform, std
   if (special) o.path = SpecialFolderPath(platform, special->folder);
 
   const std::string path = special ? o.path : PlatformPath(platform, o.path);
+  if (special) o.path = parsed->Value("--special") + " folder " + o.path;
   uint32_t attributes = 0;
   if (!drives && !platform.Files().GetAttributes(path, attributes)) {
-    if (special) o.path = parsed->Value("--special") + " folder " + o.path;
-    err << "nxfv: " << o.path << ": no such file or folder\n";
+    const std::string reason = platform.Files().WhyNotReadable(path, true);
+    err << "nxfv: " << o.path << ": " << (reason.empty() ? "no such file or folder" : reason) << "\n";
     return 1;
   }
+  // Whatever exists is listed, as the viewer shows it (a location it cannot
+  // enumerate shows only the go-up row); the reason goes to standard error
+  // and the status says it.
+  const auto finish = [&](FileViewer& viewer) {
+    if (o.json) WriteListJson(viewer, out);
+    else WriteListTable(viewer, out);
+    out.flush();
+    const std::string reason = drives ? "" : platform.Files().WhyNotReadable(path, !viewer.InsideArchive());
+    if (reason.empty()) return 0;
+    err << "nxfv: " << o.path << ": " << reason << "\n";
+    return 1;
+  };
 
   auto viewer = FileViewer::Create(PlatformRef(&platform, [](Platform*) {}));
   viewer->ListView1().MeasureContentOnSort(true);  // the table sizes its columns from it
@@ -198,11 +211,8 @@ int RunListCommand(const std::vector<std::string>& args, Platform& platform, std
     if (!ReadSettingsFile(*viewer, parsed->Value("--settings"), drives ? "" : path, overrides, err)) return 1;
     if (!o.sort.empty()) viewer->SetSortColumns(o.sort);
     if (drives) viewer->SetToSpecialFolder(CSIDL_DRIVES);
-    if (o.json) WriteListJson(*viewer, out);
-    else WriteListTable(*viewer, out);
-    out.flush();
     if (keepAlive) *keepAlive = viewer;
-    return 0;
+    return finish(*viewer);
   }
   viewer->setShowFiles(!o.noFiles);
   viewer->setShowFolders(!o.noFolders);
@@ -214,12 +224,8 @@ int RunListCommand(const std::vector<std::string>& args, Platform& platform, std
   if (!o.sort.empty()) viewer->SetSortColumns(o.sort);
   if (drives) viewer->SetToSpecialFolder(CSIDL_DRIVES);
   else viewer->setCurrentfolder(path);
-
-  if (o.json) WriteListJson(*viewer, out);
-  else WriteListTable(*viewer, out);
-  out.flush();
   if (keepAlive) *keepAlive = viewer;
-  return 0;
+  return finish(*viewer);
 }
 
 }  // namespace nxfv::cli

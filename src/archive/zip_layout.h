@@ -18,6 +18,11 @@ inline constexpr size_t kEndEntriesTotal = 6;
 inline constexpr size_t kEndCentralDirSize = 8;
 inline constexpr size_t kEndCentralDirOffset = 12;
 
+// ZIP64 end-of-central-directory locator: when present it lies right
+// before the end record. The reader does not follow it.
+inline constexpr uint8_t kZip64LocatorSignature[4] = {0x50, 0x4B, 0x06, 0x07};
+inline constexpr size_t kZip64LocatorSize = 20;  // signature included
+
 // The tail searched for the end record.
 inline constexpr uint32_t kTailSearchSize = 4096;
 // Small files are searched from this offset, not 0: the first byte is never

@@ -1,5 +1,6 @@
 #include "nxfv/control/archive_view.h"
 
+#include "nxfv/archive/archive_limits.h"
 #include "nxfv/archive/archive_reader.h"
 #include "nxfv/control/archive_rows.h"
 #include "nxfv/control/column_setup.h"
@@ -25,6 +26,15 @@ class EntrySink : public cArchiveEvents {
   ArchiveRows& rows_;
 };
 
+// A warning box with OK alone: nothing failed, so there is nothing to retry.
+constexpr int32_t kNoticeBoxStyle = 48;
+
+// Tells the user once, after the reader, why a well-formed archive is not
+// listed (or listed wrongly); says nothing when there is no such reason.
+void TellWhyNotListed(Platform& platform, const std::string& notice) {
+  if (!notice.empty()) platform.MessageBox().Show(notice, kNoticeBoxStyle, ".LoadArchive");
+}
+
 }  // namespace
 
 void LoadArchive(ViewerCore& core, const std::string& archivePath) {
@@ -43,6 +53,7 @@ void LoadArchive(ViewerCore& core, const std::string& archivePath) {
   reader.ArchiveName = archivePath;
   reader.ArchiveExt = core.platform.Locale().CharLower(archivePath.substr(archivePath.rfind('.') + 1));
   reader.GetInfo();
+  TellWhyNotListed(core.platform, ArchiveLimitNotice(core.platform, archivePath, reader.ArchiveExt));
   core.listView.SetVisible(true);
   core.listView.Refresh();
   AnnounceNewView(core, core.currentFolder);

@@ -77,6 +77,18 @@ class FileSystemService {
   }
   // Attributes of a file or folder; false when it does not exist.
   virtual bool GetAttributes(const std::string& path, uint32_t& attributes) = 0;
+  // Why path cannot be listed as a folder (asFolder) or opened for reading
+  // as a file, in the system's words: "permission denied", "not a folder",
+  // "is a folder", "too many levels of symbolic links", "path too long",
+  // "no such file or folder"; "" when nothing stands in the way. The default
+  // knows only whether the path exists and whether it is a folder.
+  virtual std::string WhyNotReadable(const std::string& path, bool asFolder) {
+    uint32_t attributes = 0;
+    if (!GetAttributes(path, attributes)) return "no such file or folder";
+    const bool folder = (attributes & kAttrDirectory) != 0;
+    if (asFolder != folder) return asFolder ? "not a folder" : "is a folder";
+    return "";
+  }
   // File-system name of the volume holding root ("NTFS", "FAT32", "ext4").
   virtual bool VolumeFileSystemName(const std::string& root, std::string& name) = 0;
   // The drives view's figures of the volume mounted at root: its label ("" when

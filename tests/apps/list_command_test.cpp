@@ -7,7 +7,10 @@
 #include <fstream>
 #include <sstream>
 
+#include "archive/archive_writer.h"
+#include "nxfv/entries_command.h"
 #include "nxfv/list_output.h"
+#include "nxfv/platform/sim/simulated_platform.h"
 #include "nxfv/platform/linux/linux_platform.h"
 #include "nxfv/platform/variant.h"
 
@@ -86,6 +89,63 @@ TEST_F(ListCommandTest, AFolderWhoseNameIsNotUtf8IsNamedAsItsEntriesAre) {
   ASSERT_EQ(Run({"--json", odd}), 0) << err.str();
   EXPECT_EQ(out.str().rfind("{\"path\":\"" + dir + "/caf\\\\xE9\",", 0), 0u) << out.str().substr(0, 80);
   EXPECT_NE(out.str().find("\"key\":\"x\""), std::string::npos);
+}
+
+TEST_F(ListCommandTest, BothCommandsSayWhyAPathCannotBeRead) {
+  ASSERT_EQ(symlink("loop", (dir + "/loop").c_str()), 0);
+  const std::string file = dir + "/b.txt", tooLong = dir + "/" + std::string(300, 'n');
+  // list: what exists is listed as usual (only the go-up row) before the reason.
+  struct Case { std::string path; const char* reason; bool listed; } cases[] = {
+      {file, "not a folder", true},
+      {file + "/inner", "not a folder", false},
+      {dir + "/loop", "too many levels of symbolic links", true},
+      {tooLong, "path too long", false},
+      {dir + "/none", "no such file or folder", false},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(Run({c.path}), 1) << c.path;
+    EXPECT_EQ(err.str(), "nxfv: " + c.path + ": " + c.reason + "\n");
+    EXPECT_EQ(!out.str().empty(), c.listed) << out.str();
+  }
+  struct EntriesCase { std::string path; const char* reason; } entries[] = {
+      {file + "/inner.zip", "not a folder"},
+      {dir + "/loop", "too many levels of symbolic links"},
+      {tooLong + ".zip", "path too long"},
+      {dir + "/none.zip", "no such file or folder"},
+      {dir + "/sub", "is a folder, not an archive"},
+  };
+  for (const auto& c : entries) {
+    std::ostringstream entriesOut, entriesErr;
+    EXPECT_EQ(RunEntriesCommand({c.path}, platform, entriesOut, entriesErr), 1) << c.path;
+    EXPECT_EQ(entriesErr.str(), "nxfv: " + c.path + ": " + c.reason + "\n");
+  }
+
+  if (geteuid() == 0) return;  // root reads everything: the permission cases need another user
+  std::system(("chmod 0 '" + dir + "/sub' '" + file + "'").c_str());
+  EXPECT_EQ(Run({dir + "/sub"}), 1);
+  EXPECT_EQ(err.str(), "nxfv: " + dir + "/sub: permission denied\n");
+  EXPECT_EQ(Run({dir + "/sub/inner"}), 1);
+  EXPECT_EQ(err.str(), "nxfv: " + dir + "/sub/inner: permission denied\n");
+  std::ostringstream entriesOut, entriesErr;
+  EXPECT_EQ(RunEntriesCommand({"--ext", "zip", file}, platform, entriesOut, entriesErr), 1);
+  EXPECT_EQ(entriesErr.str(), "nxfv: " + file + ": permission denied\n");
+  std::system(("chmod 0755 '" + dir + "/sub'").c_str());
+}
+
+TEST(ListCommandArchiveTest, AValidArchiveThatCannotBeShownIsToldOnce) {
+  using namespace testing_archive;
+  const std::string zip = BuildZip({ZipEntry("a.txt"), ZipEntry("b.txt")});
+  for (const auto& [bytes, boxes] : {std::pair{zip, 0u}, std::pair{"stub" + zip, 1u}}) {
+    SimulatedPlatform p;
+    p.SimFiles().AddFileWithContent("C:\\t.zip", bytes);
+    std::ostringstream out, err;
+    EXPECT_EQ(RunListCommand({"--json", "C:\\t.zip"}, p, out, err), 0) << err.str();
+    ASSERT_EQ(p.SimBoxes().Shown().size(), boxes);
+    if (boxes) {
+      EXPECT_EQ(p.SimBoxes().Shown()[0].title, ".LoadArchive");
+      EXPECT_NE(p.SimBoxes().Shown()[0].text.find("4 bytes of data before"), std::string::npos);
+    }
+  }
 }
 
 TEST(JsonTextTest, StringsNumbersAndVariants) {

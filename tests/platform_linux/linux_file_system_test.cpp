@@ -225,5 +225,39 @@ TEST_F(LinuxFileSystemTest, WholeFilesWriteReplaceAndReadBack) {
   EXPECT_NE(fs.ReadWholeFile("/proc/self/status").value_or(""), "");
 }
 
+
+TEST_F(LinuxFileSystemTest, WhyNotReadableGivesTheSystemsReason) {
+  ASSERT_TRUE(dir.WriteFile("file", "x"));
+  ASSERT_TRUE(dir.MakeDir("sub"));
+  ASSERT_EQ(symlink("loop", (dir / "loop").c_str()), 0);
+  const std::string tooLong = dir.path() + "/" + std::string(300, 'n');
+  struct Case {
+    std::string path;
+    bool asFolder;
+    const char* reason;
+  } cases[] = {
+      {dir / "sub", true, ""},
+      {dir / "file", false, ""},
+      {dir / "sub/", true, ""},
+      {dir / "file", true, "not a folder"},
+      {dir / "file/inner", false, "not a folder"},
+      {dir / "sub", false, "is a folder"},
+      {dir / "loop", true, "too many levels of symbolic links"},
+      {dir / "loop", false, "too many levels of symbolic links"},
+      {tooLong, true, "path too long"},
+      {dir / "none", true, "no such file or folder"},
+      {dir / "none", false, "no such file or folder"},
+      {"/dev/null", false, "not a regular file"},
+  };
+  for (const Case& c : cases) EXPECT_EQ(fs.WhyNotReadable(c.path, c.asFolder), c.reason) << c.path;
+
+  if (geteuid() == 0) return;  // root reads every folder: the permission cases need another user
+  ASSERT_TRUE(dir.MakeDir("locked", 0));
+  ASSERT_TRUE(dir.WriteFile("secret", "x", 0));
+  EXPECT_EQ(fs.WhyNotReadable(dir / "locked", true), "permission denied");
+  EXPECT_EQ(fs.WhyNotReadable(dir / "secret", false), "permission denied");
+  EXPECT_EQ(fs.WhyNotReadable(dir / "locked/inner", true), "permission denied");
+}
+
 }  // namespace
 }  // namespace nxfv

@@ -366,6 +366,29 @@ bool LinuxFileSystem::GetAttributes(const std::string& path, uint32_t& attribute
   return true;
 }
 
+std::string LinuxFileSystem::WhyNotReadable(const std::string& path, bool asFolder) {
+  const std::string raw = RawPathNoTrailingSlash(path);
+  const int flags = O_RDONLY | O_CLOEXEC | O_NOCTTY | (asFolder ? O_DIRECTORY : O_NONBLOCK);
+  const Fd fd(open(raw.c_str(), flags));
+  if (fd.get() < 0) {
+    switch (errno) {
+      case EACCES:
+      case EPERM: return "permission denied";
+      case ENOTDIR: return "not a folder";
+      case EISDIR: return "is a folder";
+      case ELOOP: return "too many levels of symbolic links";
+      case ENAMETOOLONG: return "path too long";
+      case ENOENT: return "no such file or folder";
+      default: return std::strerror(errno);
+    }
+  }
+  if (asFolder) return "";
+  struct stat st {};
+  if (fstat(fd.get(), &st) != 0) return std::strerror(errno);
+  if (S_ISDIR(st.st_mode)) return "is a folder";
+  return S_ISREG(st.st_mode) ? "" : "not a regular file";
+}
+
 bool LinuxFileSystem::VolumeFileSystemName(const std::string& root, std::string& name) {
   const std::string raw = UnescapeFileName(root);
   struct statfs info {};

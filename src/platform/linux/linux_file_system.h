@@ -24,6 +24,10 @@ class LinuxFileSystem : public FileSystemService {
   // The entry itself (a symbolic link is not followed), same attribute
   // rules; trailing "/" ignored. False when it does not exist.
   bool GetAttributes(const std::string& path, uint32_t& attributes) override;
+  // From the errno of opening the path (a folder with O_DIRECTORY); a file
+  // that opens but is not a regular file is "not a regular file". Other
+  // reasons come as strerror gives them.
+  std::string WhyNotReadable(const std::string& path, bool asFolder) override;
   // statfs of root: "FAT", "ext4", "tmpfs", ... or "unknown" for a file
   // system not in the table. False when root does not exist.
   bool VolumeFileSystemName(const std::string& root, std::string& name) override;
