@@ -43,6 +43,19 @@ class Fd {
   int fd_;
 };
 
+// Opens a folder named as the platform names it (escaped bytes undone).
+Fd OpenFolder(const std::string& folder) {
+  return Fd(open(UnescapeFileName(folder).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NOCTTY));
+}
+
+// One buffer of folder entries; retried when a signal interrupts the call.
+ssize_t ReadDirents(int dirFd, char* buffer) {
+  ssize_t n;
+  do n = getdents64(dirFd, buffer, kDirentBufferBytes);
+  while (n < 0 && errno == EINTR);
+  return n;
+}
+
 uint64_t FileTime(const struct statx_timestamp& t) { return UnixTimeToFileTime(t.tv_sec, t.tv_nsec); }
 
 // The find-data fields that come from statx (everything but the name).
@@ -217,18 +230,14 @@ void ExamineBuffer(int dirFd, const char* buffer, size_t bytes, const HiddenName
 }  // namespace
 
 bool LinuxFileSystem::Enumerate(const std::string& folder, const Visitor& visit) {
-  const std::string raw = UnescapeFileName(folder);
-  const Fd dir(open(raw.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NOCTTY));
+  const Fd dir = OpenFolder(folder);
   if (dir.get() < 0) return false;
 
   HiddenNames hidden;
   hidden.LoadAt(dir.get());
 
   auto buffer = std::make_unique_for_overwrite<char[]>(kDirentBufferBytes);
-  auto readSome = [&](ssize_t& n) {
-    do n = getdents64(dir.get(), buffer.get(), kDirentBufferBytes);
-    while (n < 0 && errno == EINTR);
-  };
+  auto readSome = [&](ssize_t& n) { n = ReadDirents(dir.get(), buffer.get()); };
 
   // The first buffer is read and visited here: small folders never start a
   // thread.
@@ -292,17 +301,14 @@ bool LinuxFileSystem::Enumerate(const std::string& folder, const Visitor& visit)
 }
 
 bool LinuxFileSystem::EnumerateNames(const std::string& folder, const Visitor& visit) {
-  const std::string raw = UnescapeFileName(folder);
-  const Fd dir(open(raw.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NOCTTY));
+  const Fd dir = OpenFolder(folder);
   if (dir.get() < 0) return false;
   HiddenNames hidden;
   hidden.LoadAt(dir.get());
   auto buffer = std::make_unique_for_overwrite<char[]>(kDirentBufferBytes);
   FindData entry;
   for (;;) {
-    ssize_t n = 0;
-    do n = getdents64(dir.get(), buffer.get(), kDirentBufferBytes);
-    while (n < 0 && errno == EINTR);
+    const ssize_t n = ReadDirents(dir.get(), buffer.get());
     if (n <= 0) return n == 0;
     for (size_t offset = 0; offset < static_cast<size_t>(n);) {
       const auto* d = reinterpret_cast<const struct dirent64*>(buffer.get() + offset);
@@ -325,7 +331,7 @@ bool LinuxFileSystem::EnumerateNames(const std::string& folder, const Visitor& v
 void LinuxFileSystem::FindEntries(const std::string& folder, const std::vector<std::string>& names,
                                   const Visitor& visit) {
   if (names.empty()) return;
-  const Fd dir(open(UnescapeFileName(folder).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NOCTTY));
+  const Fd dir = OpenFolder(folder);
   if (dir.get() < 0) return;
   HiddenNames hidden;
   hidden.LoadAt(dir.get());
