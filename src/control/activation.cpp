@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
+#include "nxfv/control/file_commands.h"
 #include "nxfv/control/file_viewer.h"
 #include "nxfv/control/file_viewer_internal.h"
 #include "nxfv/control/host_boundary.h"
@@ -111,7 +112,7 @@ bool HandleDefaultKey(FileViewer& viewer, int16_t keyCode, int16_t shift) {
       viewer.SelectAll();
       return true;
     default:
-      return false;
+      return c.fileCommands->Key(keyCode, mods);
   }
 }
 

@@ -6,6 +6,7 @@
 #include "nxfv/control/archive_view.h"
 #include "nxfv/control/column_setup.h"
 #include "nxfv/control/drives_view.h"
+#include "nxfv/control/file_commands.h"
 #include "nxfv/control/file_viewer_internal.h"
 #include "nxfv/control/folder_listing.h"
 #include "nxfv/control/host_boundary.h"
@@ -21,7 +22,14 @@ std::shared_ptr<FileViewer> FileViewer::Create(PlatformRef platform) {
   return viewer;
 }
 
-FileViewer::FileViewer(Passkey, PlatformRef platform) : core_(std::make_unique<ViewerCore>(std::move(platform))) {}
+FileViewer::FileViewer(Passkey, PlatformRef platform) : core_(std::make_unique<ViewerCore>(std::move(platform))) {
+  core_->fileCommands = std::make_unique<FileCommands>(*this);
+}
+
+std::shared_ptr<NxFileoperation> FileViewer::FileCommand() {
+  core_->fileCommands->Operation()->setControlOwned(true);
+  return core_->fileCommands->Operation();
+}
 
 FileViewer::~FileViewer() { TerminateControl(*core_); }
 

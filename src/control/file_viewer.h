@@ -27,6 +27,7 @@
 #include <string>
 #include <vector>
 
+#include "nxfv/control/file_operation.h"
 #include "nxfv/control/file_viewer_events.h"
 #include "nxfv/control/property_bag.h"
 #include "nxfv/control/viewer_settings.h"
@@ -60,6 +61,11 @@ class NXFV_EXPORT FileViewer : public Object, public std::enable_shared_from_thi
   void SetEventListener(FileViewerEvents* listener);
 
   Platform& platform();
+  // The file commands on this control's selection (copy, cut, paste,
+  // delete, rename, links, verbs). The control owns it and answers its
+  // questions; a host that keeps it after the control is gone gets an
+  // object that sees no selection.
+  std::shared_ptr<NxFileoperation> FileCommand();
   ListView& ListView1();
   const ListView& ListView1() const;
   // The items of the current view, one per row, under the row keys.
@@ -147,8 +153,8 @@ class NXFV_EXPORT FileViewer : public Object, public std::enable_shared_from_thi
   void StartLabelEdit();
   // The front end hands back the edited label of row rowIndex (0-based).
   // The control raises OnItemRename(Item, newname, Cancel); unless the host
-  // cancels or empties the name, the row text, row key, collection key and
-  // the item follow the new name (nothing on disk changes yet). Returns
+  // cancels or empties the name, the file is renamed and then the row text,
+  // row key, collection key and the item follow the new name. Returns
   // whether it renamed; a refused name shows ".EndLabelEdit". A front end
   // whose edit was abandoned calls CancelLabelEdit instead.
   bool EndLabelEdit(int32_t rowIndex, const std::string& newText);

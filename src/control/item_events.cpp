@@ -1,7 +1,7 @@
 #include "nxfv/control/item_events.h"
 
+#include "nxfv/control/file_commands.h"
 #include "nxfv/control/host_boundary.h"
-#include "nxfv/control/label_edit.h"
 #include "nxfv/control/selection.h"
 #include "nxfv/control/viewer_core.h"
 #include "nxfv/control/virtual_list.h"
@@ -44,11 +44,10 @@ void ItemEvents::Handle(eventbefs mybef, Variant& itemvalue, const std::shared_p
   // The item's setter is the host's call: a failure stays in the error state.
   RunRecorded([&] {
     if (mybef == eventbefs::doexebef) {
-      if (RefusesShellCommands(*xitem)) return;  // a virtual folder is nothing the shell knows
-      // Only renaming exists so far; the other commands come with the file
-      // operations and answer False meanwhile.
-      if (itemvalue.IsNumber() && itemvalue.AsLong() == static_cast<int32_t>(ItemFileCommands::IcRename))
-        operationok = label_edit::RenameCommand(core_, xitem, Parameter);
+      if (RefusesShellCommands(*xitem) || !itemvalue.IsNumber()) return;  // a virtual folder is nothing the shell knows
+      const int32_t command = itemvalue.AsLong();
+      if (command < 0 || command > static_cast<int32_t>(ItemFileCommands::IcEdit)) return;
+      operationok = core_.fileCommands->ItemCommand(xitem, static_cast<ItemFileCommands>(command), Parameter);
       return;
     }
     ListRow* row = selection::RowOfItem(core_, *xitem);

@@ -1,5 +1,6 @@
 #include "nxfv/control/label_edit.h"
 
+#include "nxfv/control/file_commands.h"
 #include "nxfv/control/selection.h"
 #include "nxfv/control/viewer_core.h"
 #include "nxfv/platform/error_state.h"
@@ -38,7 +39,14 @@ void Rename(ViewerCore& core, NxFileListItem& item, ListRow& row, const std::str
     RaiseError(kErrPermissionDenied);
   const std::string oldKey(row.Key());
   const std::string newKey = KeyFor(core, item, newName);
-  core.listView.SetRowKey(row.Index(), newKey);  // refuses a key in use before anything changed
+  // A name another row has is refused before anything changes on disk.
+  if (const ListRow* other = core.listView.FindRow(newKey); other && other != &row) RaiseError(kErrKeyNotUnique);
+  // A host-filled list renames its rows only: the host owns what they stand for.
+  if (!core.settings.virtualFileList) {
+    const std::string source = NxFileoperation::SourcePath(item);
+    if (source.empty() || !core.fileCommands->Operation()->RenamePath(source, newName)) return;
+  }
+  core.listView.SetRowKey(row.Index(), newKey);
   if (oldKey != newKey && !NxFileCollection::Internal(*core.items).ChangeKey(oldKey, newKey)) {
     core.listView.SetRowKey(row.Index(), oldKey);
     return;

@@ -3,10 +3,13 @@
 // through the item events. Either way the host hears OnItemRename first
 // and may change the name or cancel.
 //
-// Until the file operations exist a rename changes the view only: the row's
-// text and key, the collection key and the item's FileName, Key,
-// Displayname and Extension follow the new name, and nothing on disk is
-// touched. A cancelled, empty or refused rename leaves everything as it was.
+// The file is renamed first, through the control's NxFileoperation (one
+// rename of the file-operation service); only when that succeeded do the
+// row's text and key, the collection key and the item's FileName, Key,
+// Displayname and Extension follow the new name, so that the row keeps its
+// selection and place. A host-filled list (VirtualFileList) renames its
+// rows only. A cancelled, empty, refused or failed rename leaves everything
+// as it was.
 // Refused (error box under the caller's label): a name with a separator or
 // NUL, "." or "..", a name another row already has (35602), and items that
 // are not plain files or folders of a folder view (archive entries, drives,

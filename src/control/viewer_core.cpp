@@ -1,5 +1,7 @@
 #include "nxfv/control/viewer_core.h"
 
+#include "nxfv/control/file_commands.h"
+
 namespace nxfv {
 
 ViewerCore::ViewerCore(PlatformRef ref)
@@ -12,6 +14,8 @@ ViewerCore::ViewerCore(PlatformRef ref)
       instanceSlot(InstanceTable::ForThisThread().TakeSlot()) {
   settings.startingFolder = platform.DefaultStartFolder();
 }
+
+ViewerCore::~ViewerCore() = default;
 
 void ViewerCore::ClearItems() {
   itemEvents.Unsubscribe();

@@ -27,8 +27,11 @@
 
 namespace nxfv {
 
+class FileCommands;
+
 struct ViewerCore {
   explicit ViewerCore(PlatformRef platformRef);
+  ~ViewerCore();
 
   PlatformRef platformRef;
   Platform& platform;
@@ -68,6 +71,9 @@ struct ViewerCore {
   // Navigation: the back/forward history and the private image list.
   History history;
   PrivateImageList images;
+
+  // The file commands (FileCommand) and the control's answers to them.
+  std::unique_ptr<FileCommands> fileCommands;
 
   // Auto-refresh and the drives view. Last member: it stops its timers
   // before the rest of the state goes.

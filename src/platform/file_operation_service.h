@@ -48,10 +48,47 @@ struct FileOperationResult {
   bool operator==(const FileOperationResult&) const = default;
 };
 
+// What a service asks while it works: a yes/no question for each
+// confirmation the flags leave on.
+enum class FileOperationQuestion {
+  ConfirmOperation,  // "delete these?", asked once per operation unless FOF_NOCONFIRMATION
+  ConfirmMakeDir,    // "create the missing folder?", unless FOF_NOCONFIRMMKDIR or FOF_NOCONFIRMATION
+  ConfirmReplace,    // "replace the existing target?", unless FOF_RENAMEONCOLLISION; FOF_NOCONFIRMATION answers yes
+};
+
+struct FileOperationProgress {
+  uint64_t bytesDone = 0;
+  uint64_t bytesTotal = 0;
+  uint64_t filesDone = 0;
+  uint64_t filesTotal = 0;
+  std::string currentName;  // full path of the item being worked on
+};
+
+// The host's side of a running operation. Called on the thread that called
+// Perform. A host that throws is treated as answering "no" / "cancel".
+class FileOperationHost {
+ public:
+  virtual ~FileOperationHost() = default;
+  // text is ready to show; the answer is yes (true) or no.
+  virtual bool Ask(FileOperationQuestion question, const std::string& text) = 0;
+  // Returns false to cancel the operation (the result then says aborted).
+  virtual bool Progress(const FileOperationProgress& progress) = 0;
+  // One failed item: its path and the system's reason, ready to show.
+  virtual void Failed(const std::string& path, const std::string& reason) = 0;
+};
+
 class FileOperationService {
  public:
   virtual ~FileOperationService() = default;
   virtual FileOperationResult Perform(const FileOperationRequest& request) = 0;
+  // The host that answers questions and hears progress and failures; null
+  // (the default) means no one asks: questions are answered "no", failures
+  // go to the common error box. The host must outlive its registration.
+  void SetHost(FileOperationHost* host) { host_ = host; }
+  FileOperationHost* Host() const { return host_; }
+
+ private:
+  FileOperationHost* host_ = nullptr;
 };
 
 }  // namespace nxfv

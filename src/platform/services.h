@@ -117,6 +117,10 @@ class FileSystemService {
   // Creates one folder; its parent must exist. False when anything by that
   // name exists already or the creation is refused (never replaces).
   virtual bool CreateFolder(const std::string& path) = 0;
+  // Creates a symbolic link at linkPath that points at target (stored as
+  // given). False when anything by that name exists already or the
+  // creation is refused (never replaces).
+  virtual bool CreateLink(const std::string& target, const std::string& linkPath) = 0;
 };
 
 class TimeService {

@@ -454,6 +454,12 @@ bool LinuxFileSystem::CreateFolder(const std::string& path) {
   return !raw.empty() && mkdir(raw.c_str(), 0777) == 0;
 }
 
+bool LinuxFileSystem::CreateLink(const std::string& target, const std::string& linkPath) {
+  const std::string rawTarget = UnescapeFileName(target);
+  const std::string rawLink = UnescapeFileName(linkPath);
+  return !rawTarget.empty() && !rawLink.empty() && symlink(rawTarget.c_str(), rawLink.c_str()) == 0;
+}
+
 std::optional<std::string> LinuxFileSystem::ReadWholeFile(const std::string& path) {
   const std::string raw = UnescapeFileName(path);
   const Fd file(open(raw.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));

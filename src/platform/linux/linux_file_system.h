@@ -50,6 +50,7 @@ class LinuxFileSystem : public FileSystemService {
   std::optional<std::string> ReadWholeFile(const std::string& path) override;
   // mkdir with mode 0777 (the umask applies).
   bool CreateFolder(const std::string& path) override;
+  bool CreateLink(const std::string& target, const std::string& linkPath) override;
 };
 
 }  // namespace nxfv

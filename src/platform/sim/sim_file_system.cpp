@@ -234,6 +234,17 @@ bool SimFileSystem::CreateFolder(const std::string& path) {
   return true;
 }
 
+bool SimFileSystem::CreateLink(const std::string& target, const std::string& linkPath) {
+  uint32_t targetAttributes = 0;
+  const bool toFolder = GetAttributes(target, targetAttributes) && (targetAttributes & kAttrDirectory);
+  std::string leaf;
+  Node* parent = Parent(linkPath, leaf, false);
+  if (!parent || !(parent->data.attributes & kAttrDirectory) || leaf.empty()) return false;
+  if (parent->index.count(Utf8Upper(leaf)) != 0) return false;
+  AddChild(parent, leaf, kAttrReparsePoint | (toFolder ? kAttrDirectory : 0u));
+  return true;
+}
+
 std::optional<std::string> SimFileSystem::ReadWholeFile(const std::string& path) {
   Node* n = Walk(path, false, 0);
   if (!n || (n->data.attributes & kAttrDirectory)) return std::nullopt;

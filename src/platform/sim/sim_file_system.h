@@ -50,6 +50,9 @@ class SimFileSystem : public FileSystemService {
   bool WriteWholeFile(const std::string& path, const std::string& bytes) override;
   std::optional<std::string> ReadWholeFile(const std::string& path) override;
   bool CreateFolder(const std::string& path) override;
+  // A link is an entry with the reparse-point attribute (and the folder
+  // attribute when its target is a folder); its target is not kept.
+  bool CreateLink(const std::string& target, const std::string& linkPath) override;
 
   void SetTempPath(std::string path) { tempPath_ = std::move(path); }
 
