@@ -27,6 +27,13 @@ inline void RecordCurrentException() {
 // Returns false when body failed.
 template <class Body>
 bool RunReported(Platform& platform, const std::string& label, Body&& body) {
+  struct OperationScope {
+    MessageBoxService& boxes;
+    bool began;
+    ~OperationScope() {
+      if (began) boxes.EndOperation();
+    }
+  } scope{platform.MessageBox(), platform.MessageBox().BeginOperation(label)};
   try {
     body();
     return true;

@@ -213,6 +213,29 @@ class MessageBoxService {
   virtual ~MessageBoxService() = default;
   // Shows a modal box and returns the button pressed.
   virtual int32_t Show(const std::string& text, int32_t style, const std::string& title) = 0;
+
+  // The host's call that the boxes belong to. Every box shown while one call
+  // of the control runs (setting a location, a key, a file command) carries
+  // the same id, nested procedures included, so that a window can offer
+  // "ignore further errors of this operation" (a damaged archive can ask
+  // for thousands of boxes). Id 0 and no label outside any call.
+  struct Operation {
+    uint64_t id = 0;
+    std::string label;  // the outermost procedure's label, e.g. ".Currentfolder"
+  };
+  const Operation& CurrentOperation() const { return operation_; }
+  // Starts an operation unless one runs already; true when it started one
+  // (and so must end it).
+  bool BeginOperation(const std::string& label) {
+    if (operation_.id != 0) return false;
+    operation_ = {++lastOperationId_, label};
+    return true;
+  }
+  void EndOperation() { operation_ = {}; }
+
+ private:
+  Operation operation_;
+  uint64_t lastOperationId_ = 0;
 };
 
 // Window-related services; no-ops where there is no window.

@@ -89,6 +89,16 @@ TEST_F(HostFailuresTest, AnArchiveEntryWhoseHandlerThrowsIsReportedAndTheRestSti
   EXPECT_EQ(platform->SimBoxes().Shown()[1].title, ".ArchiveFileFound");
   EXPECT_EQ(Texts(), (std::vector<std::string>{"a.txt", "b.txt"}));
   ExpectIdle();
+  // Both boxes belong to the one call, so a window can ignore the rest; the
+  // next call is another operation.
+  viewer->RefreshView(true);
+  const std::vector<uint64_t>& ops = platform->SimBoxes().Operations();
+  ASSERT_EQ(ops.size(), 4u);
+  EXPECT_NE(ops[0], 0u);
+  EXPECT_EQ(ops[0], ops[1]);
+  EXPECT_NE(ops[1], ops[2]);
+  EXPECT_EQ(ops[2], ops[3]);
+  EXPECT_EQ(platform->MessageBox().CurrentOperation().id, 0u);
 }
 
 TEST_F(HostFailuresTest, ListViewObserversHearOneResetPerListing) {

@@ -25,11 +25,17 @@ class SimMessageBox : public MessageBoxService {
   // Answers for the next boxes, in order.
   void Script(std::initializer_list<int32_t> answers) { script_.insert(script_.end(), answers); }
   const std::vector<MessageBoxRecord>& Shown() const { return shown_; }
-  void Clear() { shown_.clear(); }
+  // The operation each shown box belonged to (CurrentOperation().id).
+  const std::vector<uint64_t>& Operations() const { return operations_; }
+  void Clear() {
+    shown_.clear();
+    operations_.clear();
+  }
 
  private:
   std::deque<int32_t> script_;
   std::vector<MessageBoxRecord> shown_;
+  std::vector<uint64_t> operations_;
 };
 
 }  // namespace nxfv
