@@ -4,6 +4,7 @@
 #include <sys/wait.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <cerrno>
 #include <fstream>
 #include <sstream>
@@ -40,6 +41,8 @@ class RecordingHandler {
 };
 
 TEST(LinuxLauncherTest, EachPathReachesTheHandlerAsOneArgument) {
+  unsetenv("VISUAL");  // edit falls back to the open program
+  unsetenv("EDITOR");
   RecordingHandler handler;
   LinuxLauncher launcher(handler.script());
   const std::string d = handler.dir().path();
@@ -87,6 +90,22 @@ TEST(LinuxLauncherTest, FailsForUnknownOrUnhandledVerbsAndProgramsThatCannotStar
   EXPECT_FALSE(LinuxLauncher("nxfv-no-such-program-anywhere").Launch("/x"));
   ASSERT_TRUE(launcher.WaitForPrograms(5000));
   EXPECT_EQ(handler.Arguments(), (std::vector<std::string>{"--print", "/x"}));
+}
+
+TEST(LinuxLauncherTest, EditRunsTheUsersEditorAndHostHandlersComeFirst) {
+  RecordingHandler handler;
+  setenv("VISUAL", (handler.script() + "  --wait").c_str(), 1);
+  LinuxLauncher launcher("nxfv-no-such-program-anywhere");
+  unsetenv("VISUAL");
+  EXPECT_TRUE(launcher.Launch("/x", "edit"));
+  std::string asked;
+  launcher.SetVerbHandler(LaunchVerb::Properties, [&](const std::string& path) { asked = path; return true; });
+  launcher.SetVerbHandler(LaunchVerb::Find, [](const std::string&) -> bool { throw 1; });
+  EXPECT_TRUE(launcher.Launch("/y", "properties"));
+  EXPECT_FALSE(launcher.Launch("/y", "find"));
+  EXPECT_EQ(asked, "/y");
+  ASSERT_TRUE(launcher.WaitForPrograms(5000));
+  EXPECT_EQ(handler.Arguments(), (std::vector<std::string>{"--wait", "/x"}));
 }
 
 }  // namespace

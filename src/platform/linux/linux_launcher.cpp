@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <chrono>
 #include <condition_variable>
+#include <cstdlib>
 #include <csignal>
 #include <mutex>
 #include <thread>
@@ -67,6 +68,27 @@ std::string FolderToExplore(const std::string& raw) {
   return slash == 0 ? "/" : raw.substr(0, slash);
 }
 
+// The user's editor as an argument vector: $VISUAL, else $EDITOR, split at
+// blanks ("code --wait"); empty when neither is set.
+std::vector<std::string> UserEditor() {
+  for (const char* name : {"VISUAL", "EDITOR"}) {
+    const char* value = std::getenv(name);
+    std::vector<std::string> words;
+    std::string word;
+    for (const char* p = value ? value : ""; ; ++p) {
+      if (*p == ' ' || *p == '\t' || *p == '\0') {
+        if (!word.empty()) words.push_back(std::move(word));
+        word.clear();
+        if (*p == '\0') break;
+      } else {
+        word += *p;
+      }
+    }
+    if (!words.empty()) return words;
+  }
+  return {};
+}
+
 }  // namespace
 
 void LinuxLauncher::WaitInBackground(const std::shared_ptr<Children>& children, int pid) {
@@ -93,6 +115,11 @@ void LinuxLauncher::WaitInBackground(const std::shared_ptr<Children>& children, 
 
 LinuxLauncher::LinuxLauncher(const std::string& program) : children_(std::make_shared<Children>()) {
   for (LaunchVerb verb : {LaunchVerb::Open, LaunchVerb::Edit, LaunchVerb::Explore}) SetVerbCommand(verb, {program});
+  if (std::vector<std::string> editor = UserEditor(); !editor.empty()) SetVerbCommand(LaunchVerb::Edit, std::move(editor));
+}
+
+void LinuxLauncher::SetVerbHandler(LaunchVerb verb, VerbHandler handler) {
+  handlers_[static_cast<size_t>(verb)] = std::move(handler);
 }
 
 void LinuxLauncher::SetVerbCommand(LaunchVerb verb, std::vector<std::string> command) {
@@ -102,6 +129,13 @@ void LinuxLauncher::SetVerbCommand(LaunchVerb verb, std::vector<std::string> com
 bool LinuxLauncher::Launch(const std::string& path, const std::string& verb) {
   const std::optional<LaunchVerb> parsed = ParseLaunchVerb(verb);
   if (!parsed || path.empty()) return false;
+  if (const VerbHandler& handler = handlers_[static_cast<size_t>(*parsed)]) {
+    try {
+      return handler(path);
+    } catch (...) {
+      return false;  // a host's handler that throws did not handle it
+    }
+  }
   std::vector<std::string> args = commands_[static_cast<size_t>(*parsed)];
   if (args.empty() || args[0].empty()) return false;
   std::string raw = UnescapeFileName(path);

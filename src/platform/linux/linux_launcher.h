@@ -7,14 +7,17 @@
 // background thread per child waits for it to exit so that none is left a
 // zombie.
 //
-// Default commands: open and edit run `program PATH`; explore runs
+// Default commands: open runs `program PATH`; edit runs the user's editor
+// ($VISUAL, else $EDITOR, split at blanks) and without one `program PATH`,
+// which opens text with the desktop's text-editor association; explore runs
 // `program FOLDER` for a folder, or for a file the folder holding it; print,
 // properties and find have no desktop-wide handler on Linux and fail until
-// the host sets a command for them.
+// the host sets a command or a handler (its own dialog) for them.
 #pragma once
 
 #include <array>
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -32,6 +35,10 @@ class LinuxLauncher : public LauncherService {
   // Sets the command of a verb; an empty command leaves the verb without a
   // handler.
   void SetVerbCommand(LaunchVerb verb, std::vector<std::string> command);
+  // A host callback for a verb, asked before any command: it gets the path
+  // and answers whether it handled it. An empty function removes it.
+  using VerbHandler = std::function<bool(const std::string& path)>;
+  void SetVerbHandler(LaunchVerb verb, VerbHandler handler);
   // Programs started and not yet exited.
   size_t RunningPrograms() const;
   // Waits up to timeoutMs for every started program to exit; true when
@@ -43,6 +50,7 @@ class LinuxLauncher : public LauncherService {
   static void WaitInBackground(const std::shared_ptr<Children>& children, int pid);
 
   std::array<std::vector<std::string>, 6> commands_;
+  std::array<VerbHandler, 6> handlers_;
   std::shared_ptr<Children> children_;
 };
 
