@@ -57,8 +57,10 @@ int RunWatchCommand(const std::vector<std::string>& args, LinuxPlatform& platfor
   const bool json = parsed->Has("--json");
   const std::string path = PlatformPath(platform, parsed->positional);
   uint32_t attributes = 0;
-  if (!platform.Files().GetAttributes(path, attributes) || (attributes & kAttrDirectory) == 0) {
-    err << "nxfv: " << parsed->positional << ": no such folder\n";
+  // Only a folder can be watched; the system says why this one cannot.
+  const std::string reason = platform.Files().WhyNotReadable(path, true);
+  if (!reason.empty() || !platform.Files().GetAttributes(path, attributes) || (attributes & kAttrDirectory) == 0) {
+    err << "nxfv: " << parsed->positional << ": " << (reason.empty() ? "not a folder" : reason) << "\n";
     return 1;
   }
   auto viewer = FileViewer::Create(PlatformRef(&platform, [](Platform*) {}));

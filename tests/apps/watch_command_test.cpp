@@ -42,6 +42,9 @@ TEST(WatchCommand, UsageAndMissingFolder) {
   EXPECT_EQ(RunWatchCommand({}, platform, out, err), 2);
   EXPECT_NE(err.str().find("nxfv watch: missing PATH"), std::string::npos);
   EXPECT_EQ(RunWatchCommand({"/no/such/place"}, platform, out, err), 1);
+  EXPECT_EQ(RunWatchCommand({"/etc/passwd"}, platform, out, err), 1);
+  EXPECT_NE(err.str().find("nxfv: /no/such/place: no such file or folder\n"), std::string::npos);
+  EXPECT_NE(err.str().find("nxfv: /etc/passwd: not a folder\n"), std::string::npos);
 }
 
 TEST(ListCommandDrives, ListsTheRootVolume) {
