@@ -61,7 +61,7 @@ class LinuxPlatform : public Platform {
   InProcessFileClipboard clipboard_;
   LinuxLauncher launcher_;
   HostFolderPicker picker_;
-  LinuxFileOperations fileOperations_;
+  LinuxFileOperations fileOperations_{messageBox_};  // failures without a host go to the error box
 };
 
 }  // namespace nxfv
