@@ -46,6 +46,10 @@ void ArchiveRows::AddUnguarded(const ArchiveEntry& e) {
   const std::string type = TypeOf(e.FileName, ext);
   const NumericSeparators numeric{formats_.thousandsSeparator, formats_.decimalSeparator};
   const std::string rowKey = e.Path + (IsNumericText(e.FileName, numeric) ? e.FileName + "##$$" : e.FileName);
+  // The same folder and name twice: the user is told which entry it is.
+  if (core_.listView.FindRow(rowKey))
+    RaiseError(kErrKeyNotUnique,
+               "Key is not unique in collection: the archive holds \"" + e.Path + e.FileName + "\" more than once");
   ListRow& row = core_.listView.AddRow(rowKey, e.FileName);
 
   auto item = NxFileListItem::Create();

@@ -96,11 +96,12 @@ TEST_F(ArchiveViewTest, CabEntriesAndHostUserData) {
 }
 
 TEST_F(ArchiveViewTest, DuplicateEntriesAreReportedAndTheRestListed) {
-  files().AddFileWithContent("C:\\a\\d.zip", BuildZip({ZipEntry("x.txt"), ZipEntry("x.txt"), ZipEntry("y.txt")}));
+  files().AddFileWithContent("C:\\a\\d.zip", BuildZip({ZipEntry("s/x.txt"), ZipEntry("s/x.txt"), ZipEntry("y.txt")}));
   viewer->setCurrentfolder("C:\\a\\d.zip");
   EXPECT_EQ(viewer->ListView1().RowCount(), 2u);
   ASSERT_EQ(platform->SimBoxes().Shown().size(), 1u);
-  EXPECT_NE(platform->SimBoxes().Shown()[0].text.find("35602"), std::string::npos);
+  EXPECT_NE(platform->SimBoxes().Shown()[0].text.find("Error: 35602. "), std::string::npos);
+  EXPECT_NE(platform->SimBoxes().Shown()[0].text.find("\"s/x.txt\""), std::string::npos);
   EXPECT_NE(viewer->ListView1().FindRow("y.txt"), nullptr);
 }
 
