@@ -45,8 +45,9 @@ std::optional<ParsedArguments> ParseArguments(const std::vector<std::string>& ar
   for (size_t i = 0; i < args.size(); ++i) {
     const std::string& a = args[i];
     if (optionsDone || !IsOption(a)) {
-      if (havePositional) return fail("only one " + syntax.positional + " may be given");
-      parsed.positional = a;
+      if (havePositional && !syntax.manyPositionals) return fail("only one " + syntax.positional + " may be given");
+      if (!havePositional) parsed.positional = a;
+      parsed.positionals.push_back(a);
       havePositional = true;
       continue;
     }

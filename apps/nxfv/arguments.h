@@ -12,7 +12,7 @@
 // "nxfv COMMAND: MESSAGE\n":
 //   list --bogus /    ->  "nxfv list: unknown option --bogus (see nxfv --help)"
 //   list --pattern    ->  "nxfv list: option --pattern needs a value"
-//   list / /tmp       ->  "nxfv list: only one PATH may be given"
+//   list / /tmp       ->  "nxfv list: only one PATH may be given" (unless manyPositionals)
 //   list --json       ->  "nxfv list: missing PATH (see nxfv --help)"
 #pragma once
 
@@ -48,13 +48,17 @@ struct CommandSyntax {
   std::vector<std::string> replacesPositional = {};
   // The positional argument may be left out (settings [FILE]).
   bool positionalOptional = false;
+  // Any number of positional arguments (copy SRC... DEST): all go to
+  // ParsedArguments::positionals; the command checks how many it needs.
+  bool manyPositionals = false;
 };
 
 struct ParsedArguments {
   bool help = false;  // --help was given before any usage error; nothing else is filled in
   // Every option given, in argument order: name and value ("" for a flag).
   std::vector<std::pair<std::string, std::string>> options;
-  std::string positional;
+  std::string positional;  // the first one
+  std::vector<std::string> positionals;
 
   bool Has(std::string_view name) const;
   // The value of the last occurrence ("" when absent): a repeated option overrides.

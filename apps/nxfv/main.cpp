@@ -9,6 +9,7 @@
 
 #include "nxfv/arguments.h"
 #include "nxfv/entries_command.h"
+#include "nxfv/file_commands.h"
 #include "nxfv/list_command.h"
 #include "nxfv/settings_command.h"
 #include "nxfv/watch_command.h"
@@ -28,6 +29,7 @@ std::string Usage() {
       "  line. EXT chooses the reader (default: the file's extension, lower case).\n";
   u += nxfv::cli::WatchUsage();
   u += nxfv::cli::SettingsUsage();
+  u += nxfv::cli::FileCommandsUsage();
   u +=
       "nxfv --help\n"
       "  This text.\n"
@@ -35,7 +37,7 @@ std::string Usage() {
   u += nxfv::cli::OptionSyntaxUsage();
   u +=
       "Message boxes are printed to standard error as: nxfv: [TITLE] TEXT\n"
-      "Exit codes: 0 success, 1 missing path, 2 usage error.\n";
+      "Exit codes: 0 success, 1 missing path or a file command that failed, 2 usage error.\n";
   return u;
 }
 
@@ -72,6 +74,8 @@ int main(int argc, char** argv) {
     if (command == "watch") return nxfv::cli::RunWatchCommand(args, *platform, std::cout, std::cerr);
     if (command == "settings") return nxfv::cli::RunSettingsCommand(args, *platform, std::cout, std::cerr);
     if (command == "entries") return nxfv::cli::RunEntriesCommand(args, *platform, std::cout, std::cerr);
+    if (nxfv::cli::IsFileCommand(command))
+      return nxfv::cli::RunFileCommand(command, args, *platform, std::cout, std::cerr);
   } catch (const std::exception& e) {
     std::cerr << "nxfv: " << e.what() << "\n";
     return 1;
