@@ -5,7 +5,8 @@ set -euo pipefail
 
 packages=(build-essential cmake ninja-build googletest libgtest-dev libgmock-dev libbenchmark-dev
           clang libclang-rt-14-dev shared-mime-info locales zip unzip gcab cabextract
-          dpkg-dev file pkg-config)
+          dpkg-dev file pkg-config
+          qt6-base-dev qt6-tools-dev qt6-tools-dev-tools qt6-qpa-plugins fonts-dejavu-core)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
