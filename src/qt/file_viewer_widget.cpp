@@ -251,7 +251,8 @@ void FileViewerWidgetPrivate::ApplyLook() {
   const auto mode = look.multiSelect ? QAbstractItemView::ExtendedSelection : QAbstractItemView::SingleSelection;
   for (QAbstractItemView* view : {static_cast<QAbstractItemView*>(report), static_cast<QAbstractItemView*>(items)}) {
     view->setSelectionMode(mode);
-    view->setMouseTracking(look.hoverSelection);
+    // The control hears every move (its MouseMove event), not only drags.
+    view->viewport()->setMouseTracking(true);
     view->setEnabled(look.enabled);
     auto* frame = static_cast<QFrame*>(view);
     if (look.borderStyle == 0)
@@ -487,6 +488,13 @@ void FileViewerWidget::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   // Palette, style and screen changes: colours and widths follow.
   if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange) d_->ApplyLook();
+}
+
+bool FileViewerWidget::useDialogs() {
+  auto* qtPlatform = dynamic_cast<QtLinuxPlatform*>(d_->platform.get());
+  if (!qtPlatform) return false;
+  qtPlatform->UseDialogs(window());
+  return true;
 }
 
 QByteArray FileViewerWidget::saveState() const {

@@ -138,7 +138,9 @@ class FileViewerWidget : public QWidget {
   void setDesignMode(bool design);
   bool isDesignMode() const;
   // Applies the collected saved settings (see above); once, and never in
-  // design mode. Returns whether the settings are (now) applied.
+  // design mode. Returns whether the settings are (now) applied. Reading
+  // settings rebuilds the columns from the default header options, so a
+  // host that sets its own header options does so after this.
   Q_INVOKABLE bool applySettings();
   bool settingsApplied() const;
   // The 32 property names (= bag keys) in reading order.
@@ -155,6 +157,12 @@ class FileViewerWidget : public QWidget {
   // skipped and columns it does not mention keep their layout.
   QByteArray saveState() const;
   bool restoreState(const QByteArray& state);
+
+  // With the default platform (QtLinuxPlatform): the control's message
+  // boxes and the file operations' questions and progress become modal
+  // dialogs over this widget's window (see QtLinuxPlatform::UseDialogs).
+  // False with another platform. Interactive hosts call it once.
+  bool useDialogs();
 
   // Runs a file command on the selection (Paste into the current folder).
   // False when it did nothing or is not available (see the file-operation

@@ -178,8 +178,7 @@ void ListViewModel::Reset() {
 }
 
 void ListViewModel::OnReset() {
-  Reset();
-  emit columnsChanged();
+  Reset();  // the widget lays out the columns again on modelReset
   emit lookChanged();
 }
 
@@ -226,7 +225,6 @@ void ListViewModel::OnSortChanged() {
   // Rows were reordered (or only the marks changed): the views' current row
   // and selection are put back by key after the reset.
   Reset();
-  emit columnsChanged();
 }
 
 void ListViewModel::OnAppearanceChanged() {

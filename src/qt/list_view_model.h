@@ -8,7 +8,7 @@
 //                                      -> modelAboutToBeReset / modelReset
 //   OnRowsInserted / OnRowsRemoved     -> rowsInserted / rowsRemoved
 //   OnRowChanged, OnRowImageChanged, OnCheckChanged -> dataChanged
-//   captions, widths, order, sort marks -> headerDataChanged + columnsChanged
+//   captions, widths, order            -> headerDataChanged + columnsChanged
 //   OnSelectionChanged                 -> rowSelectionChanged (for the views'
 //                                         selection model; not a data role)
 //   OnAppearanceChanged                -> lookChanged

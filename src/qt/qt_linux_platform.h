@@ -8,7 +8,10 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
+#include <QProgressDialog>
 #include <functional>
+#include <memory>
 
 #include "nxfv/platform/linux/linux_platform.h"
 #include "nxfv/qt/qt_file_clipboard.h"
@@ -34,15 +37,40 @@ class QtUiService : public UiService {
   std::function<void(bool)> lockHandler_;
 };
 
+// The file operations' questions, progress and failures as Qt dialogs over
+// a parent window: a yes/no box per question, a progress dialog with Cancel
+// for long operations, a warning per failed item.
+class QtFileOperationDialogs : public FileOperationHost {
+ public:
+  explicit QtFileOperationDialogs(QWidget* parent) : parent_(parent) {}
+  ~QtFileOperationDialogs() override;
+  bool Ask(FileOperationQuestion question, const std::string& text) override;
+  bool Progress(const FileOperationProgress& progress) override;
+  void Failed(const std::string& path, const std::string& reason) override;
+
+ private:
+  QPointer<QWidget> parent_;
+  QPointer<QProgressDialog> progress_;
+};
+
 class QtLinuxPlatform : public LinuxPlatform {
  public:
+  ~QtLinuxPlatform() override;
   FileClipboardService& Clipboard() override { return clipboard_; }
   UiService& Ui() override { return ui_; }
   QtUiService& QtUi() { return ui_; }
 
+  // Shows the control's message boxes and the file operations' questions,
+  // progress and failures in modal dialogs over parent. Off by default: a
+  // program without a user at the screen (a test) keeps the platform's
+  // behaviour, where boxes go to standard error and every question is
+  // answered "no". parent may go away first; dialogs then have no parent.
+  void UseDialogs(QWidget* parent);
+
  private:
   QtFileClipboard clipboard_;
   QtUiService ui_;
+  std::unique_ptr<QtFileOperationDialogs> dialogs_;
 };
 
 // Watches the poll descriptors of a Linux platform's timer queue and change

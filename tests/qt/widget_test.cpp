@@ -2,7 +2,9 @@
 // rows, keys, the label editor, check boxes, view styles; on the simulated
 // platform where no real files are needed, in real temporary folders for
 // diving, auto-refresh and the screenshots.
+#include <QClipboard>
 #include <QFile>
+#include <QMimeData>
 #include <QStyleHints>
 #include <QHeaderView>
 #include <QItemSelectionModel>
@@ -18,6 +20,7 @@
 #include "nxfv/platform/sim/simulated_platform.h"
 #include "nxfv/qt/file_viewer_widget.h"
 #include "nxfv/qt/list_view_model.h"
+#include "nxfv/qt/qt_file_clipboard.h"
 
 using nxfv::qt::FileViewerWidget;
 
@@ -78,6 +81,8 @@ class WidgetTest : public QObject {
   void hostVetoKeepsTheViewsSelection();
   void saveStateRoundTripAndDamage();
   void autoRefreshRunsFromTheEventLoop();
+  void clipboardCarriesTheMarkAndRawNames();
+  void copyAndPasteThroughTheSystemClipboard();
   void screenshots();
 };
 
@@ -311,6 +316,63 @@ void WidgetTest::autoRefreshRunsFromTheEventLoop() {
   for (int i = 0; i < 50 && w.model()->RowOf("late.txt") < 0; ++i)
     (inserted.wait(100) || reset.count() > 0);
   QVERIFY(w.model()->RowOf("late.txt") >= 0);
+}
+
+void WidgetTest::clipboardCarriesTheMarkAndRawNames() {
+  nxfv::qt::QtFileClipboard clip;
+  struct Case {
+    const char* name;
+    std::vector<std::string> paths;
+    bool cut;
+    const char* uri;  // the first path as other programs read it
+  };
+  const Case cases[] = {
+      {"copy, a blank", {"/tmp/a b.txt", "/tmp/c"}, false, "file:///tmp/a%20b.txt"},
+      {"cut, a byte that is not UTF-8", {"/tmp/caf\\xE9"}, true, "file:///tmp/caf%E9"},
+  };
+  for (const Case& c : cases) {
+    clip.SetFiles(c.paths, c.cut);
+    const QMimeData* mime = QGuiApplication::clipboard()->mimeData();
+    QVERIFY2(mime && mime->urls().value(0).toEncoded() == c.uri, c.name);
+    QVERIFY2(mime->data("x-special/gnome-copied-files").startsWith(c.cut ? "cut\n" : "copy\n"), c.name);
+    std::vector<std::string> back;
+    bool cut = !c.cut;
+    QVERIFY2(clip.GetFiles(back, cut), c.name);
+    QVERIFY2(back == c.paths && cut == c.cut, c.name);
+  }
+  // Another program's plain list of files reads as a copy.
+  auto* mime = new QMimeData;
+  mime->setUrls({QUrl::fromLocalFile(QStringLiteral("/tmp/other file"))});
+  QGuiApplication::clipboard()->setMimeData(mime);
+  std::vector<std::string> back;
+  bool cut = true;
+  QVERIFY(clip.GetFiles(back, cut));
+  QCOMPARE(back, std::vector<std::string>{"/tmp/other file"});
+  QVERIFY(!cut);
+  clip.Clear();
+  QVERIFY(!clip.HasFiles());
+}
+
+void WidgetTest::copyAndPasteThroughTheSystemClipboard() {
+  QTemporaryDir dir;
+  QVERIFY(dir.isValid());
+  QDir(dir.path()).mkdir(QStringLiteral("target"));
+  WriteFile(dir.filePath("copy me.txt"), "data");
+  FileViewerWidget w;
+  w.setCurrentFolder(dir.path());
+  w.show();
+  QTreeView* report = w.reportView();
+  const int row = w.model()->RowOf("copy me.txt");
+  QTest::mouseClick(report->viewport(), Qt::LeftButton, {}, report->visualRect(w.model()->index(row, 0)).center());
+  QVERIFY(w.runFileAction(FileViewerWidget::FileAction::Copy));
+  const QList<QUrl> urls = QGuiApplication::clipboard()->mimeData()->urls();
+  QCOMPARE(urls, QList<QUrl>{QUrl::fromLocalFile(dir.filePath("copy me.txt"))});
+
+  w.viewer().setCurrentfolder(dir.filePath("target").toStdString());
+  QVERIFY(w.fileActionAvailable(FileViewerWidget::FileAction::Paste));
+  QVERIFY(w.runFileAction(FileViewerWidget::FileAction::Paste));
+  QVERIFY(QFile::exists(dir.filePath("target/copy me.txt")));
+  QVERIFY(QFile::exists(dir.filePath("copy me.txt")));  // a copy, not a move
 }
 
 void WidgetTest::screenshots() {
