@@ -53,7 +53,7 @@ class ListViewModel : public QAbstractTableModel, private ListViewObserver {
 
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
-  QVariant data(const QModelIndex& index, int role) const override;
+  QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
   void multiData(const QModelIndex& index, QModelRoleDataSpan roleDataSpan) const override;
   bool setData(const QModelIndex& index, const QVariant& value, int role) override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;

@@ -37,6 +37,12 @@ int16_t ButtonBits(Qt::MouseButtons buttons) {
 // The keys the control answers itself while DefaultKeyHandling is on
 // (control/activation.h, control/file_commands.h): the views must not act
 // on them a second time.
+const ListRow* FirstSelectedRow(const ListView& view) {
+  for (size_t i = 0; i < view.RowCount(); ++i)
+    if (view.Row(i).Selected()) return &view.Row(i);
+  return nullptr;
+}
+
 bool ControlHandlesKey(int16_t code, int16_t shift) {
   const int16_t mods = shift & 7;
   switch (code) {
@@ -249,15 +255,10 @@ QMenu* FileViewerWidget::createContextMenu(QWidget* parent) {
     action->setEnabled(enabled && d_->viewer->Enabled());
     return action;
   };
-  add(tr("&Open"), QKeySequence(Qt::Key_Return), d_->viewer->SelectedCount() > 0, [this] {
-    if (const ListRow* row = [&]() -> const ListRow* {
-          const ListView& view = d_->viewer->ListView1();
-          for (size_t i = 0; i < view.RowCount(); ++i)
-            if (view.Row(i).Selected()) return &view.Row(i);
-          return nullptr;
-        }())
-      d_->viewer->UserDoubleClick(std::string(row->Key()));
-  });
+  const ListRow* first = FirstSelectedRow(d_->viewer->ListView1());
+  const std::string firstKey = first ? std::string(first->Key()) : std::string();
+  add(tr("&Open"), QKeySequence(Qt::Key_Return), first != nullptr,
+      [this, firstKey] { d_->viewer->UserDoubleClick(firstKey); });
   menu->addSeparator();
   add(tr("Cu&t"), QKeySequence::Cut, onRows, [this] { runFileAction(FileAction::Cut); });
   add(tr("&Copy"), QKeySequence::Copy, onRows, [this] { runFileAction(FileAction::Copy); });

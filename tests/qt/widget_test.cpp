@@ -79,6 +79,8 @@ class WidgetTest : public QObject {
   void checkBoxesAreIndependentOfSelection();
   void selectionIsSharedAcrossViewStyles();
   void hostVetoKeepsTheViewsSelection();
+  void refreshInPlaceKeepsTheSelection();
+  void columnsFollowTheControl();
   void saveStateRoundTripAndDamage();
   void autoRefreshRunsFromTheEventLoop();
   void clipboardCarriesTheMarkAndRawNames();
@@ -260,6 +262,41 @@ void WidgetTest::hostVetoKeepsTheViewsSelection() {
   QTreeView* report = s.w->reportView();
   QTest::mouseClick(report->viewport(), Qt::LeftButton, {}, s.rowCenter(report, s.rowOf("b.txt")));
   QVERIFY(!s.w->selectionModel()->isRowSelected(s.rowOf("b.txt")));
+  QCOMPARE(s.w->viewer().SelectedCount(), 0);
+}
+
+void WidgetTest::refreshInPlaceKeepsTheSelection() {
+  SimWidget s;
+  s.w->show();
+  QTreeView* report = s.w->reportView();
+  QTest::mouseClick(report->viewport(), Qt::LeftButton, {}, s.rowCenter(report, s.rowOf("c.txt")));
+  // Rows above the selected one go and come: the views follow by row, the
+  // selection stays on its file.
+  s.platform->SimFiles().Remove("C:\\data\\a.doc");
+  s.platform->SimFiles().AddFile("C:\\data\\0.txt", 1);
+  s.w->viewer().RefreshView(false);
+  QCOMPARE(s.w->model()->rowCount(), int(s.rows().RowCount()));
+  QCOMPARE(s.w->selectionModel()->selectedRows().size(), 1);
+  QCOMPARE(s.w->selectionModel()->selectedRows().value(0).row(), s.rowOf("c.txt"));
+  QCOMPARE(s.w->model()->data(s.w->model()->index(s.rowOf("0.txt"), 0)).toString(), QStringLiteral("0.txt"));
+}
+
+void WidgetTest::columnsFollowTheControl() {
+  SimWidget s;
+  s.w->show();
+  QHeaderView* header = s.w->reportView()->header();
+  const nxfv::ListColumn& name = s.rows().Column(s.rows().FindColumn("nam"));
+  // Twips at the screen's resolution: 1440 to the inch.
+  QCOMPARE(header->sectionSize(0), name.width * s.w->logicalDpiX() / 1440);
+  s.w->setViewOptions(1);  // the name column only: the others get width 0
+  for (int i = 0; i < s.rows().ColumnCount(); ++i)
+    QCOMPARE(header->isSectionHidden(i), s.rows().Column(i).width == 0);
+  QVERIFY(header->isSectionHidden(s.rows().FindColumn("siz")));
+  s.w->setHideColumnHeaders(true);
+  QVERIFY(s.w->reportView()->isHeaderHidden());
+  // A disabled control takes no clicks.
+  s.w->setControlEnabled(false);
+  QTest::mouseClick(s.w->reportView()->viewport(), Qt::LeftButton, {}, s.rowCenter(s.w->reportView(), s.rowOf("a.doc")));
   QCOMPARE(s.w->viewer().SelectedCount(), 0);
 }
 
