@@ -7,6 +7,7 @@
 #include <linux/fs.h>
 #include <stdio.h>
 #include <sys/ioctl.h>
+#include <sys/sendfile.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 #include <time.h>
@@ -125,32 +126,42 @@ int CopyData(int in, int out, const struct stat& st, dev_t dstDev, const std::st
     }
     if (Fallback(errno) || errno == EBADF) ctx.noClone = pair;
   }
-  bool readWrite = ctx.noCopyRange == pair;
-  while (!readWrite) {
-    const ssize_t n = copy_file_range(in, nullptr, out, nullptr, kChunk, 0);
-    if (n > 0) {
-      copied += static_cast<uint64_t>(n);
-      if (!ctx.BytesDone(static_cast<uint64_t>(n), copied >= kChunk)) return ECANCELED;
-      continue;
-    }
-    if (n == 0) {
-      // Files whose size the kernel makes up (/proc, /sys) read as empty here.
-      if (copied == 0 && st.st_size > 0) {
-        readWrite = true;
-        break;
+  if (st.st_size >= static_cast<off_t>(kChunk)) posix_fadvise(in, 0, 0, POSIX_FADV_SEQUENTIAL);
+  // In-kernel copies first: copy_file_range (one file system, or kinds that
+  // allow it), then sendfile, which copies page cache to page cache across
+  // file systems without the trip through a user buffer. A strategy that
+  // fails before its first byte is not tried again for the same devices.
+  enum Outcome { kDone, kTryNext, kFailed };
+  auto kernelCopy = [&](auto copyChunk, FileOpContext::DevicePair& unsupported, int& err) {
+    if (unsupported == pair) return kTryNext;
+    for (;;) {
+      const ssize_t n = copyChunk();
+      if (n > 0) {
+        copied += static_cast<uint64_t>(n);
+        if (!ctx.BytesDone(static_cast<uint64_t>(n), copied >= kChunk)) {
+          err = ECANCELED;
+          return kFailed;
+        }
+        continue;
       }
-      return 0;
+      // Files whose size the kernel makes up (/proc, /sys) read as empty here.
+      if (n == 0) return copied == 0 && st.st_size > 0 ? kTryNext : kDone;
+      if (errno == EINTR) continue;
+      if (copied == 0 && Fallback(errno)) {
+        unsupported = pair;
+        return kTryNext;
+      }
+      err = errno;
+      ctx.Fail(kVerb, srcRaw, err);
+      return kFailed;
     }
-    if (errno == EINTR) continue;
-    if (copied == 0 && Fallback(errno)) {
-      ctx.noCopyRange = pair;
-      readWrite = true;
-      break;
-    }
-    const int err = errno;
-    ctx.Fail(kVerb, srcRaw, err);
-    return err;
-  }
+  };
+  int err = 0;
+  Outcome outcome = kernelCopy([&] { return copy_file_range(in, nullptr, out, nullptr, kChunk, 0); },
+                               ctx.noCopyRange, err);
+  if (outcome == kTryNext) outcome = kernelCopy([&] { return sendfile(out, in, nullptr, kChunk); }, ctx.noSendfile, err);
+  if (outcome == kDone) return 0;
+  if (outcome == kFailed) return err;
   std::vector<char>& buf = ctx.Buffer();
   uint64_t sinceReport = 0;
   for (;;) {

@@ -4,7 +4,7 @@
 // A regular file is written to a temporary in the target folder
 // (".NAME.nxfv-XXXXXX", created exclusively with mode 0600), filled by a
 // reflink (FICLONE) where the file system shares blocks, else by
-// copy_file_range, else by read/write; it then gets the source's mode,
+// copy_file_range, else sendfile, else read/write; it then gets the source's mode,
 // owner (when running as root; EPERM ignored) and atime/mtime to the
 // nanosecond, and only then is renamed to its name: without replacing
 // (renameat2 RENAME_NOREPLACE, or link+unlink where a file system lacks it)

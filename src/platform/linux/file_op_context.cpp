@@ -12,7 +12,7 @@ namespace nxfv {
 namespace {
 
 constexpr int64_t kReportIntervalNs = 50'000'000;
-constexpr size_t kBufferSize = size_t{1} << 20;
+constexpr size_t kBufferSize = size_t{256} << 10;  // fits the CPU cache: faster than 1 MiB
 
 int64_t NowNs() {
   timespec ts{};

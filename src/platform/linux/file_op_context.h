@@ -90,6 +90,7 @@ class FileOpContext {
   };
   DevicePair noClone{static_cast<dev_t>(-1), static_cast<dev_t>(-1)};
   DevicePair noCopyRange{static_cast<dev_t>(-1), static_cast<dev_t>(-1)};
+  DevicePair noSendfile{static_cast<dev_t>(-1), static_cast<dev_t>(-1)};
   bool noReplaceUnsupported = false;  // renameat2(RENAME_NOREPLACE) answered EINVAL once
 
  private:

@@ -41,10 +41,15 @@ std::string Parent(const std::string& path) {
 std::string Base(const std::string& path) { return path.substr(path.find_last_of('/') + 1); }
 
 std::string Join(const std::string& folder, const std::string& name) {
-  return folder == "/" ? "/" + name : folder + "/" + name;
+  std::string path = folder;
+  if (path != "/") path += '/';
+  return path += name;
 }
 
-std::string Quote(const std::string& raw) { return "\"" + EscapeFileName(raw) + "\""; }
+std::string Quote(const std::string& raw) {
+  std::string quoted(1, '"');
+  return quoted.append(EscapeFileName(raw)).append(1, '"');
+}
 
 // Request text -> raw path, without a trailing "/" (the root keeps its own).
 std::string RawPath(const std::string& text) {

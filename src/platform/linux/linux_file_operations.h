@@ -34,6 +34,10 @@
 // an item arrives whole or not at all; only a merge into an existing folder
 // keeps the files it completed), and its source is untouched.
 //
+// FOF_FILESONLY and FOF_SIMPLEPROGRESS change nothing here: paths are never
+// wildcards ('*' is an ordinary name character on Linux), and how progress
+// looks is the host's business.
+//
 // Outcome. Without a host, questions are answered as file_op_context.h says
 // (do it, make the folder, but never replace) and failures show one error
 // box each. The result's returnCode is the errno of the first failure (0
