@@ -15,6 +15,12 @@
 // clicks, label edits) and the control's changes come back through the list
 // view's observer notices.
 //
+// Clipboard and drag and drop: with the default platform copied and cut
+// files go to the system clipboard (QtFileClipboard). Selected rows drag out
+// as file URLs; local files dropped on a view are copied or moved (by the
+// drop action; a link drop copies) into the folder row under the pointer,
+// else into the current folder, through the control's file commands.
+//
 // Saved settings. Each of the control's 32 saved settings is a Q_PROPERTY
 // named by its bag key ("ShowFiles", "pattern", "AllowMulticolumnsort", ...),
 // so a Designer .ui file is the host's property bag. Properties set before
@@ -110,8 +116,9 @@ class FileViewerWidget : public QWidget {
   Q_ENUM(BorderStyle)
   enum Appearance { Flat = 0, ThreeD = 1 };
   Q_ENUM(Appearance)
-  // The file commands of the context menu and the keys (Delete, Ctrl+C,
-  // Ctrl+X, Ctrl+V).
+  // The file commands of the context menu, through the control's
+  // FileCommand(); the keys Delete, Ctrl+C, Ctrl+X and Ctrl+V reach the same
+  // commands through the control's own key handling.
   enum class FileAction { Copy, Cut, Paste, Delete, Rename, PasteShortcut };
   Q_ENUM(FileAction)
 
