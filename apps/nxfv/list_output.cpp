@@ -33,6 +33,14 @@ class BlockWriter {
 
 void Pad(std::string& out, size_t n) { out.append(n, ' '); }
 
+// Characters of a cell: most cells are ASCII, counted by their length
+// without decoding.
+size_t CellWidth(std::string_view text) {
+  for (const char c : text)
+    if (static_cast<unsigned char>(c) >= 0x80) return CodePointCount(text);
+  return text.size();
+}
+
 }  // namespace
 
 void AppendJsonString(std::string& out, std::string_view text) {
@@ -123,7 +131,7 @@ void WriteListTable(const FileViewer& viewer, std::ostream& out) {
     std::string& b = w.Buffer();
     for (size_t i = 0; i < cols.size(); ++i) {
       const std::string_view text = cell(i);
-      const size_t len = CodePointCount(text);
+      const size_t len = CellWidth(text);
       const size_t pad = widths[i] > len ? widths[i] - len : 0;
       if (i > 0) b += "  ";
       if (right[i]) Pad(b, pad);

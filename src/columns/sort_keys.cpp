@@ -82,9 +82,10 @@ std::string SizeSortBody(std::string_view text, bool descending, std::string_vie
   return body;
 }
 
-std::string TextSortBody(std::string_view upper, bool descending, size_t keep) {
-  std::string out;
-  out.reserve(keep + 4);
+namespace {
+
+// TextSortBody appended to out.
+void AppendTextSortBody(std::string& out, std::string_view upper, bool descending, size_t keep) {
   size_t count = 0;
   for (size_t i = 0; i < upper.size() && count < keep; ++count) {
     const auto b = static_cast<unsigned char>(upper[i]);
@@ -102,7 +103,15 @@ std::string TextSortBody(std::string_view upper, bool descending, size_t keep) {
       out.append(upper.substr(start, i - start));
     }
   }
-  for (; count < keep; ++count) out += 'A';
+  if (count < keep) out.append(keep - count, 'A');
+}
+
+}  // namespace
+
+std::string TextSortBody(std::string_view upper, bool descending, size_t keep) {
+  std::string out;
+  out.reserve(keep + 4);
+  AppendTextSortBody(out, upper, descending, keep);
   return out;
 }
 
@@ -118,9 +127,9 @@ void AppendTextBody(std::string& key, std::string_view text, const SortColumn& c
       const char c = text[i];
       upper[i] = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
     }
-    key += TextSortBody(std::string_view(upper, n), col.descending, keep);
+    AppendTextSortBody(key, std::string_view(upper, n), col.descending, keep);
   } else {
-    key += TextSortBody(ctx.upper ? ctx.upper(text) : Utf8Upper(text), col.descending, keep);
+    AppendTextSortBody(key, ctx.upper ? ctx.upper(text) : Utf8Upper(text), col.descending, keep);
   }
 }
 
@@ -128,9 +137,16 @@ void AppendTextBody(std::string& key, std::string_view text, const SortColumn& c
 
 std::string BuildRowSortKey(const ListRow& row, std::string_view typeText, const std::vector<SortColumn>& columns,
                             const SortKeyContext& ctx) {
+  std::string key;
+  BuildRowSortKeyInto(key, row, typeText, columns, ctx);
+  return key;
+}
+
+void BuildRowSortKeyInto(std::string& key, const ListRow& row, std::string_view typeText,
+                         const std::vector<SortColumn>& columns, const SortKeyContext& ctx) {
   const bool goUp = row.Text() == "..";
   const bool folder = typeText == "Ordner" || typeText == "Folder";
-  std::string key;
+  key.clear();
   key.reserve(columns.size() * 28);
   for (const SortColumn& col : columns) {
     std::string_view text;
@@ -152,7 +168,6 @@ std::string BuildRowSortKey(const ListRow& row, std::string_view typeText, const
       AppendTextBody(key, text, col, ctx);
     }
   }
-  return key;
 }
 
 }  // namespace nxfv

@@ -56,6 +56,10 @@ size_t SortPartBytes(std::string_view columnKey);
 // whose text is not a valid date adds no part at all, prefix included.
 std::string BuildRowSortKey(const ListRow& row, std::string_view typeText,
                             const std::vector<SortColumn>& columns, const SortKeyContext& context);
+// The same into key (replacing its contents), so that a walk over a million
+// rows reuses one buffer.
+void BuildRowSortKeyInto(std::string& key, const ListRow& row, std::string_view typeText,
+                         const std::vector<SortColumn>& columns, const SortKeyContext& context);
 
 // The body of one column's part (exposed for tests).
 std::string DateSortBody(std::optional<int64_t> seconds, bool descending);

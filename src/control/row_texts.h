@@ -33,7 +33,7 @@ class RowTexts {
     std::sort(order.begin(), order.begin() + static_cast<std::ptrdiff_t>(count_),
               [&](uint8_t a, uint8_t b) { return texts_[a].first < texts_[b].first; });
     size_t bytes = spare;
-    for (size_t i = 0; i < count_; ++i) bytes += texts_[i].second.size() + 4;
+    for (size_t i = 0; i < count_; ++i) bytes += texts_[i].second.size() + 2;
     row.ReserveTexts(bytes);
     for (size_t i = 0; i < count_; ++i) row.SetSubItem(texts_[order[i]].first, texts_[order[i]].second);
     count_ = 0;

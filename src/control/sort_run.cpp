@@ -33,7 +33,7 @@ void SortRun::ApplyClick(const std::string& key, bool ctrlHeld, bool allowMultiC
 }
 
 size_t SortRun::KeyBytes() const {
-  size_t bytes = 4;
+  size_t bytes = 2;  // the sort column's entry header
   if (state_.empty()) return bytes + SortPartBytes(kDefaultSort.key);
   for (const SortState& s : state_) bytes += SortPartBytes(s.key);
   return bytes;
@@ -83,11 +83,13 @@ void SortRun::RunFrom(ListView& view, Platform& platform, size_t firstRow) {
   ctx.upper = [&locale](std::string_view text) { return locale.CharUpper(std::string(text)); };
   ctx.thousandsSeparator = formats.thousandsSeparator;
   const int32_t typeColumn = view.FindColumn("typ");
+  std::string key;  // one buffer for every row's key
   for (size_t r = firstRow; r < view.RowCount(); ++r) {
     view.PrefetchAhead(r);
     ListRow& row = view.Row(r);
     const std::string_view type = typeColumn > 0 ? row.SubItem(typeColumn) : std::string_view();
-    row.SetSubItem(sortColumn, BuildRowSortKey(row, type, columns, ctx));
+    BuildRowSortKeyInto(key, row, type, columns, ctx);
+    row.SetSubItem(sortColumn, key);
   }
   // Rows before firstRow kept their keys and their order: only the new ones
   // need placing.

@@ -14,14 +14,71 @@ namespace {
 uint16_t ReadU16(std::string_view s, size_t at) {
   return static_cast<uint16_t>(static_cast<unsigned char>(s[at]) | (static_cast<unsigned char>(s[at + 1]) << 8));
 }
-void AppendU16(std::string& s, uint16_t v) {
-  s += static_cast<char>(v & 0xFF);
-  s += static_cast<char>(v >> 8);
+
+// A row's texts are packed as [index][length][bytes] in index order. Index
+// and length take one byte each below 255; 255 means two more bytes follow
+// (little-endian). Rows hold a handful of short texts, so a million rows
+// spend two bytes a text on bookkeeping instead of four.
+constexpr unsigned char kWideField = 0xFF;
+
+struct PackedEntry {
+  uint16_t index = 0;
+  uint16_t size = 0;
+  size_t text = 0;  // where the bytes start
+  size_t next = 0;  // where the next entry starts
+};
+
+// Reads the entry at `at`; false at the end of the texts.
+bool ReadEntry(std::string_view s, size_t at, PackedEntry& e) {
+  auto field = [&s](size_t& pos, uint16_t& v) {
+    if (pos >= s.size()) return false;
+    const auto b = static_cast<unsigned char>(s[pos]);
+    if (b != kWideField) {
+      v = b;
+      pos += 1;
+      return true;
+    }
+    if (s.size() - pos < 3) return false;
+    v = ReadU16(s, pos + 1);
+    pos += 3;
+    return true;
+  };
+  size_t pos = at;
+  if (!field(pos, e.index) || !field(pos, e.size) || e.size > s.size() - pos) return false;
+  e.text = pos;
+  e.next = pos + e.size;
+  return true;
 }
-void AppendU16(PackedTexts& s, uint16_t v) {
-  const char bytes[2] = {static_cast<char>(v & 0xFF), static_cast<char>(v >> 8)};
-  s.append(std::string_view(bytes, 2));
+
+// The header of one entry into out (at most 6 bytes); returns its length.
+size_t EntryHeader(uint16_t index, uint16_t size, char* out) {
+  size_t n = 0;
+  for (const uint16_t v : {index, size}) {
+    if (v < kWideField) {
+      out[n++] = static_cast<char>(v);
+    } else {
+      out[n++] = static_cast<char>(kWideField);
+      out[n++] = static_cast<char>(v & 0xFF);
+      out[n++] = static_cast<char>(v >> 8);
+    }
+  }
+  return n;
 }
+
+template <class Out>
+void AppendEntry(Out& out, int32_t index, std::string_view text) {
+  char header[6];
+  const size_t n = EntryHeader(static_cast<uint16_t>(index), static_cast<uint16_t>(text.size()), header);
+  out.append(std::string_view(header, n));
+  out.append(text);
+}
+// Characters of a text; ASCII (most texts) is counted by its length alone.
+size_t TextWidth(std::string_view text) {
+  for (const char c : text)
+    if (static_cast<unsigned char>(c) >= 0x80) return CodePointCount(text);
+  return text.size();
+}
+
 // Asks the processor to fetch an address ahead of use; a hint only, so a
 // compiler without the builtin simply does nothing.
 inline void PrefetchAddress(const void* p) {
@@ -98,7 +155,12 @@ void PackedTexts::reserve(size_t n) {
 }
 
 void PackedTexts::append(std::string_view bytes) {
-  if (bytes.size() > capacity_ - size_) reserve(std::max<size_t>(size_ + bytes.size(), size_t{capacity_} * 2));
+  // Rows get their texts in a few appends into a buffer mostly reserved at
+  // its final size; an append past it (a sort key with accented letters)
+  // grows by an eighth, not by double, as a million rows would carry the
+  // slack to the end.
+  if (bytes.size() > capacity_ - size_)
+    reserve(std::max<size_t>(size_ + bytes.size(), size_t{capacity_} + capacity_ / 8));
   if (!bytes.empty()) std::memcpy(data_.get() + size_, bytes.data(), bytes.size());
   size_ += static_cast<uint32_t>(bytes.size());
 }
@@ -111,32 +173,28 @@ void PackedTexts::assign(std::string_view bytes) {
 }
 
 std::string_view ListRow::SubItem(int32_t index) const {
-  for (size_t at = 0; at + 4 <= packed_.size();) {
-    const uint16_t idx = ReadU16(packed_.view(), at);
-    const uint16_t len = ReadU16(packed_.view(), at + 2);
-    if (idx == index) return packed_.view().substr(at + 4, len);
-    if (idx > index) break;
-    at += 4 + len;
+  const std::string_view packed = packed_.view();
+  PackedEntry e;
+  for (size_t at = 0; ReadEntry(packed, at, e); at = e.next) {
+    if (e.index == index) return packed.substr(e.text, e.size);
+    if (e.index > index) break;
   }
   return {};
 }
 
 void ListRow::SubItemsInto(std::vector<std::string_view>& byColumn, size_t columnCount) const {
   byColumn.assign(std::max<size_t>(columnCount, lastSubItem_ + 1u), std::string_view());
-  for (size_t at = 0; at + 4 <= packed_.size();) {
-    const uint16_t idx = ReadU16(packed_.view(), at);
-    const uint16_t len = ReadU16(packed_.view(), at + 2);
-    byColumn[idx] = packed_.view().substr(at + 4, len);
-    at += 4 + len;
-  }
+  const std::string_view packed = packed_.view();
+  PackedEntry e;
+  for (size_t at = 0; ReadEntry(packed, at, e); at = e.next) byColumn[e.index] = packed.substr(e.text, e.size);
 }
 
 bool ListRow::HasSubItem(int32_t index) const {
-  for (size_t at = 0; at + 4 <= packed_.size();) {
-    const uint16_t idx = ReadU16(packed_.view(), at);
-    if (idx == index) return true;
-    if (idx > index) break;
-    at += 4 + ReadU16(packed_.view(), at + 2);
+  const std::string_view packed = packed_.view();
+  PackedEntry e;
+  for (size_t at = 0; ReadEntry(packed, at, e); at = e.next) {
+    if (e.index == index) return true;
+    if (e.index > index) break;
   }
   return false;
 }
@@ -193,43 +251,32 @@ void ListRow::Store(int32_t index, std::string_view text) {
   // Listings fill the columns mostly left to right: appending past the last
   // sub-item needs no rebuild.
   if (index > lastSubItem_ || (index == 0 && packed_.empty())) {
-    AppendU16(packed_, static_cast<uint16_t>(index));
-    AppendU16(packed_, static_cast<uint16_t>(text.size()));
-    packed_.append(text);
+    AppendEntry(packed_, index, text);
     lastSubItem_ = static_cast<uint16_t>(index);
     return;
   }
+  const std::string_view packed = packed_.view();
+  PackedEntry e;
   if (index == lastSubItem_ && index > 0) {
     // Replacing the last text (a new sort key) needs no rebuild: cut it off
     // and append the new one in the same buffer.
     size_t last = 0;
-    for (size_t at = 0; at + 4 <= packed_.size(); at += 4 + ReadU16(packed_.view(), at + 2)) last = at;
+    for (size_t at = 0; ReadEntry(packed, at, e); at = e.next) last = at;
     packed_.truncate(last);
-    AppendU16(packed_, static_cast<uint16_t>(index));
-    AppendU16(packed_, static_cast<uint16_t>(text.size()));
-    packed_.append(text);
+    AppendEntry(packed_, index, text);
     return;
   }
   std::string out;
-  out.reserve(packed_.size() + text.size() + 4);
+  out.reserve(packed.size() + text.size() + 6);
   bool written = false;
-  for (size_t at = 0; at + 4 <= packed_.size();) {
-    const uint16_t idx = ReadU16(packed_.view(), at);
-    const uint16_t len = ReadU16(packed_.view(), at + 2);
-    if (!written && idx >= index) {
-      AppendU16(out, static_cast<uint16_t>(index));
-      AppendU16(out, static_cast<uint16_t>(text.size()));
-      out.append(text);
+  for (size_t at = 0; ReadEntry(packed, at, e); at = e.next) {
+    if (!written && e.index >= index) {
+      AppendEntry(out, index, text);
       written = true;
     }
-    if (idx != index) out.append(packed_.view().substr(at, 4 + len));
-    at += 4 + len;
+    if (e.index != index) out.append(packed.substr(at, e.next - at));
   }
-  if (!written) {
-    AppendU16(out, static_cast<uint16_t>(index));
-    AppendU16(out, static_cast<uint16_t>(text.size()));
-    out.append(text);
-  }
+  if (!written) AppendEntry(out, index, text);
   packed_.assign(out);
 }
 
@@ -453,14 +500,21 @@ void ListView::SortAppended(int32_t sortColumn, size_t firstNew) {
 void ListView::Sort(int32_t sortColumn) {
   sorted_ = true;
   sortKey_ = sortColumn;
+  // Every row moves, so the key index is rebuilt on its next use anyway;
+  // dropping it now keeps it from adding to the sort buffer's peak.
+  rowIndex_.Clear();
   // Each row's text is looked up once, not once per comparison, and its
   // first sixteen bytes ride along as two big-endian numbers, so most
-  // comparisons never leave the sort buffer.
+  // comparisons never leave the sort buffer. The buffer is the listing's
+  // peak of memory (every row exists by then), so its entries are packed
+  // to 20 bytes.
+#pragma pack(push, 4)
   struct Keyed {
     uint64_t head0, head1;
     uint32_t row;  // the row's position before the sort
-    uint32_t size;
   };
+#pragma pack(pop)
+  static_assert(sizeof(Keyed) == 20);
   auto bigEndian = [](std::string_view t, size_t from) {
     uint64_t v = 0;
     for (size_t i = 0; i < 8; ++i) v = (v << 8) | (from + i < t.size() ? static_cast<unsigned char>(t[from + i]) : 0u);
@@ -481,47 +535,58 @@ void ListView::Sort(int32_t sortColumn) {
       // Only the shown columns are measured; their texts come first in most
       // rows, so each lookup stops early.
       const ListRow& row = *rows_[i];
-      if (!widths.empty()) widths[0] = std::max(widths[0], CodePointCount(row.Text()));
+      if (!widths.empty()) widths[0] = std::max(widths[0], TextWidth(row.Text()));
       for (int32_t c : shown) {
         const std::string_view cell = row.SubItem(c);
-        if (!cell.empty()) widths[static_cast<size_t>(c)] = std::max(widths[static_cast<size_t>(c)], CodePointCount(cell));
+        if (!cell.empty()) widths[static_cast<size_t>(c)] = std::max(widths[static_cast<size_t>(c)], TextWidth(cell));
       }
     }
     const std::string_view t = text(static_cast<uint32_t>(i));
-    keyed.push_back({bigEndian(t, 0), bigEndian(t, 8), static_cast<uint32_t>(i), static_cast<uint32_t>(t.size())});
+    keyed.push_back({bigEndian(t, 0), bigEndian(t, 8), static_cast<uint32_t>(i)});
   }
   // Equal texts keep their order through the row number, which makes the
   // sort stable without the extra buffer a stable sort would allocate. The
-  // rows' own texts are read only when the first sixteen bytes tie.
+  // rows' own texts are read only when the first sixteen bytes tie (a
+  // shorter text ties with a longer one that goes on with NULs, so the
+  // texts decide then, too).
   std::sort(keyed.begin(), keyed.end(), [&](const Keyed& a, const Keyed& b) {
     if (a.head0 != b.head0) return a.head0 < b.head0;
     if (a.head1 != b.head1) return a.head1 < b.head1;
-    if (a.size > 16 || b.size > 16) {
-      if (const int c = text(a.row).compare(text(b.row)); c != 0) return c < 0;
-    } else if (a.size != b.size) {
-      return a.size < b.size;  // same bytes, one text ends first (NUL pads like nothing)
-    }
+    if (const int c = text(a.row).compare(text(b.row)); c != 0) return c < 0;
     return a.row < b.row;
   });
   // Rows move to their places in the existing array (following each cycle
   // of the permutation), so no second array of a million pointers is needed.
-  std::vector<uint32_t> from(keyed.size());
-  for (size_t i = 0; i < keyed.size(); ++i) from[i] = keyed[i].row;
-  keyed.clear();
-  keyed.shrink_to_fit();
-  for (size_t start = 0; start < from.size(); ++start) {
-    if (from[start] == start) continue;
+  // The permutation (from[i]: the old position of the row that goes to i)
+  // is written over the front of the sort buffer itself: entry i is read
+  // before byte 4i is written, and 4i + 4 <= 20i for every i > 0.
+  const size_t n = keyed.size();
+  auto* from = reinterpret_cast<unsigned char*>(keyed.data());
+  auto fromAt = [from](size_t i) {
+    uint32_t v;
+    std::memcpy(&v, from + 4 * i, 4);
+    return v;
+  };
+  auto setFrom = [from](size_t i, uint32_t v) { std::memcpy(from + 4 * i, &v, 4); };
+  for (size_t i = 0; i < n; ++i) {
+    const uint32_t row = keyed[i].row;
+    setFrom(i, row);
+  }
+  for (size_t start = 0; start < n; ++start) {
+    if (fromAt(start) == start) continue;
     std::unique_ptr<ListRow> held = std::move(rows_[start]);
     size_t at = start;
-    while (from[at] != start) {
-      const size_t next = from[at];
+    while (fromAt(at) != start) {
+      const size_t next = fromAt(at);
       rows_[at] = std::move(rows_[next]);
-      from[at] = static_cast<uint32_t>(at);
+      setFrom(at, static_cast<uint32_t>(at));
       at = next;
     }
     rows_[at] = std::move(held);
-    from[at] = static_cast<uint32_t>(at);
+    setFrom(at, static_cast<uint32_t>(at));
   }
+  keyed.clear();
+  keyed.shrink_to_fit();
   Renumber(0);
   RebuildRowIndex();
   if (measureContent_) contentWidths_ = std::move(widths);

@@ -146,8 +146,9 @@ class ListRow {
   // Asks the processor to fetch the row's texts ahead of use. Walks over a
   // million rows are bound by memory latency, not by work.
   void PrefetchTexts() const;
-  // Makes room for bytes of texts (each text takes 4 more), so that a row
-  // filled column by column grows in one step.
+  // Makes room for bytes of texts (each text takes 2 more, up to 6 for a
+  // text of 255 bytes or more or a column past 254), so that a row filled
+  // column by column grows in one step.
   void ReserveTexts(size_t bytes) { packed_.reserve(bytes); }
 
  private:
@@ -160,9 +161,10 @@ class ListRow {
   // outside any view). Rows are 56 bytes with it, still one 64-byte heap
   // block each.
   ListView* view_ = nullptr;
-  // Sub-items packed as [uint16 index][uint16 length][bytes]... in index
-  // order: a million rows with a handful of texts each stay small. Entry 0
-  // holds the row's text when it differs from the key.
+  // Sub-items packed as [index][length][bytes]... in index order, index and
+  // length one byte each when small (list_view.cpp has the layout): a
+  // million rows with a handful of texts each stay small. Entry 0 holds the
+  // row's text when it differs from the key.
   PackedTexts packed_;
   int64_t tag_ = 0;
   int32_t image_ = 0;

@@ -50,6 +50,23 @@ TEST(ListViewTest, ColumnKeysAndSubItems) {
   EXPECT_TRUE(r.HasSubItem(2));
   EXPECT_FALSE(r.HasSubItem(3));
   EXPECT_EQ(ErrorOf([&] { r.SetSubItem(0, "x"); }), 5);
+
+  // Texts of 255 bytes and more and columns past 254 are stored in the long
+  // form; the texts around them stay intact.
+  const std::string longText(300, 'x'), edgeText(255, 'y');
+  r.SetSubItem(255, longText);
+  r.SetSubItem(254, edgeText);
+  r.SetSubItem(3, "c");
+  EXPECT_EQ(r.SubItem(255), longText);
+  EXPECT_EQ(r.SubItem(254), edgeText);
+  EXPECT_EQ(r.SubItem(20), "a longer sort key");
+  EXPECT_EQ(r.SubItem(3), "c");
+  EXPECT_FALSE(r.HasSubItem(256));
+  std::vector<std::string_view> all;
+  r.SubItemsInto(all, 2);
+  ASSERT_EQ(all.size(), 256u);
+  EXPECT_EQ(all[255], longText);
+  EXPECT_EQ(all[2], "");
 }
 
 TEST(ListViewTest, SortIsStableOrdinalAndRemovalKeepsOrder) {
