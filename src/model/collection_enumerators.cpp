@@ -17,7 +17,7 @@ bool cEnumerationObject::Next(uint32_t n, std::vector<Variant>& out) {
   auto c = collection_.lock();
   uint32_t k = 0;
   for (; c && k < n && cursor_ < c->positions_.Count(); ++k, ++cursor_) {
-    out.push_back(c->SlotRef(c->positions_.SlotAt(cursor_)).item);
+    out.push_back(c->SlotRef(c->positions_.SlotAt(cursor_)).item.Get());
   }
   return k == n;
 }

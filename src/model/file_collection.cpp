@@ -1,5 +1,7 @@
 #include "nxfv/model/file_collection.h"
 
+#include <new>
+
 #include <mutex>
 #include <unordered_map>
 
@@ -70,27 +72,57 @@ void NxFileCollection::Show(const std::string& label) const { ShowError(*platfor
 
 // ---- slots ----
 
-std::string_view NxFileCollection::SlotKey::get() const {
-  if (item_) return item_->Key();
-  return own_ ? std::string_view(*own_) : std::string_view();
+NxFileCollection::SlotValue& NxFileCollection::SlotValue::operator=(const Variant& v) {
+  // The new value is built before the old one goes: releasing an object
+  // may run code that reads the collection.
+  if (v.IsObject()) {
+    ObjectRef object = v.AsObject();
+    Destroy();
+    new (&object_) ObjectRef(std::move(object));
+    isObject_ = true;
+  } else {
+    Variant copy = v;
+    Destroy();
+    new (&value_) Variant(std::move(copy));
+  }
+  return *this;
 }
 
-void NxFileCollection::SlotKey::Set(std::string key, const Variant& item) {
+Variant NxFileCollection::SlotValue::Take() {
+  Variant out = isObject_ ? Variant(std::move(object_)) : std::move(value_);
+  Destroy();
+  new (&value_) Variant();
+  return out;
+}
+
+// Ends the live member; the caller makes the next one.
+void NxFileCollection::SlotValue::Destroy() {
+  if (isObject_) object_.~ObjectRef();
+  else value_.~Variant();
+  isObject_ = false;
+}
+
+std::string_view NxFileCollection::SlotKey::get() const {
+  if (word_ & kOwnText) return *reinterpret_cast<const std::string*>(word_ & ~kOwnText);
+  return word_ ? reinterpret_cast<const NxFileListItem*>(word_)->Key() : std::string_view();
+}
+
+void NxFileCollection::SlotKey::Set(std::string key, const SlotValue& item) {
   Clear();
   if (key.empty()) return;
-  if (item.IsObject()) {
-    const auto* listItem = dynamic_cast<const NxFileListItem*>(item.AsObject().get());
+  if (const Object* object = item.ObjectPtr()) {
+    const auto* listItem = dynamic_cast<const NxFileListItem*>(object);
     if (listItem && listItem->Key() == key) {
-      item_ = listItem;
+      word_ = reinterpret_cast<uintptr_t>(listItem);
       return;
     }
   }
-  own_ = std::make_unique<std::string>(std::move(key));
+  word_ = reinterpret_cast<uintptr_t>(new std::string(std::move(key))) | kOwnText;
 }
 
 void NxFileCollection::SlotKey::Clear() {
-  own_.reset();
-  item_ = nullptr;
+  if (word_ & kOwnText) delete reinterpret_cast<std::string*>(word_ & ~kOwnText);
+  word_ = 0;
 }
 
 uint32_t NxFileCollection::NewSlot() {
@@ -193,7 +225,7 @@ void NxFileCollection::RemoveSlot(uint32_t slot) {
   positions_.Erase(s.place, [this](uint32_t other, uint32_t place) { SlotRef(other).place = place; });
   // Take the value out before releasing it, so that code run by the
   // release sees a consistent collection.
-  Variant released = std::move(s.item);
+  Variant released = s.item.Take();
   FreeSlot(slot);
 }
 
@@ -319,7 +351,7 @@ Variant NxFileCollection::InternalItem(const Variant& positionOrKey) {
       case Lookup::PositionMissing: return Variant();
       case Lookup::Found: break;
     }
-    return SlotRef(slot).item;
+    return SlotRef(slot).item.Get();
   } catch (const std::exception& e) {
     RecordException(e);
     Show("Item " + std::to_string(CurrentError().number));

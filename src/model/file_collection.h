@@ -137,23 +137,59 @@ class NxFileCollection : public Object, public std::enable_shared_from_this<NxFi
   static constexpr uint32_t kFreeSlot = 0xFFFFFFFFu;
   static constexpr uint32_t kChunkBits = 12;
 
+  // A slot's value. A listing stores a million items, and a Variant holds
+  // an object through a counted box of its own (one more allocation per
+  // item), so an object is held as the shared pointer itself; any other
+  // value as a Variant.
+  class SlotValue {
+   public:
+    SlotValue() : value_() {}
+    ~SlotValue() { Destroy(); }
+    SlotValue(const SlotValue&) = delete;
+    SlotValue& operator=(const SlotValue&) = delete;
+    SlotValue& operator=(const Variant& v);
+    // The value as a Variant (an object gets a box of its own).
+    Variant Get() const { return isObject_ ? Variant(object_) : value_; }
+    // Moves the value out, leaving Empty.
+    Variant Take();
+    // The held object, or null.
+    const Object* ObjectPtr() const { return isObject_ ? object_.get() : nullptr; }
+    template <class T>
+    std::shared_ptr<T> As() const {
+      return isObject_ ? std::dynamic_pointer_cast<T>(object_) : value_.As<T>();
+    }
+
+   private:
+    void Destroy();
+    union {
+      Variant value_;     // when !isObject_
+      ObjectRef object_;  // when isObject_
+    };
+    bool isObject_ = false;
+  };
+
   // A slot's key. The listings add every item under the item's own Key, so
   // such a key is read from the item the slot holds instead of being stored
   // a second time; any other key is the slot's own text. (The component
-  // never re-keys an item while a collection holds it under that key.)
+  // never re-keys an item while a collection holds it under that key.) One
+  // word: the item, or the slot's own text marked by the lowest bit.
   class SlotKey {
    public:
+    SlotKey() = default;
+    ~SlotKey() { Clear(); }
+    SlotKey(const SlotKey&) = delete;
+    SlotKey& operator=(const SlotKey&) = delete;
     std::string_view get() const;
     bool empty() const { return get().empty(); }
-    void Set(std::string key, const Variant& item);
+    void Set(std::string key, const SlotValue& item);
     void Clear();
 
    private:
-    std::unique_ptr<std::string> own_;
-    const NxFileListItem* item_ = nullptr;
+    static constexpr uintptr_t kOwnText = 1;
+    uintptr_t word_ = 0;
   };
   struct Slot {
-    Variant item;
+    SlotValue item;
     SlotKey key;
     uint32_t place = kFreeSlot;  // index into positions_, or kFreeSlot
     uint32_t hash = 0;           // of key, when key is not empty
