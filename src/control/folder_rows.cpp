@@ -43,6 +43,11 @@ bool AccessDateOnly(Platform& p, const std::string& folder) {
   return !p.Files().VolumeFileSystemName(p.RootOf(folder), fsName) || fsName.compare(0, 3, "FAT") == 0;
 }
 
+bool MatchesEveryName(std::string_view pattern) {
+  while (!pattern.empty() && pattern.front() == ' ') pattern.remove_prefix(1);
+  return pattern == "*.*" || pattern == "*";
+}
+
 void MarkListed(NxFileListItem& item) {
   NxFileListItem::Internal::SetFoundInPass(item, true);
   NxFileListItem::Internal::SetListed(item, true);
@@ -56,6 +61,7 @@ FolderRows::FolderRows(ViewerCore& core, const std::string& listedPath, bool kee
       listedPath_(listedPath),
       keepItems_(keepItems),
       pattern_(std::move(pattern)),
+      patternMatchesAll_(MatchesEveryName(pattern_)),
       folderPath_(AddSeparator(core.platform, core.currentFolder)),
       sharedFolderPath_(folderPath_),
       slots_(ShownSlots(core.listView)),
@@ -107,7 +113,7 @@ bool FolderRows::Shows(const FindData& entry, const std::string& name, const std
   // Without system items, libraries and drivers go too, whatever their bits.
   if (!s.showSystem && ((entry.attributes & kAttrSystem) || EqualsNoCase(ext, "DLL") || EqualsNoCase(ext, "SYS")))
     return false;
-  return PathMatchSpec(name, pattern_);
+  return patternMatchesAll_ || PathMatchSpec(name, pattern_);
 }
 
 bool FolderRows::MarkKept(const std::string& key) {
@@ -148,13 +154,12 @@ void FolderRows::AddRow(const FindData& entry, const std::string& name, const st
   auto item = NxFileListItem::Create();
   NxFileListItem::Internal::ShareFileName(*item, nameText);
   NxFileListItem::Internal::SetKey(*item, key);
-  NxFileListItem::Internal::SetOwner(*item, core_.items);
   item->setDisplayname(name);
-  NxFileListItem::Internal::SharePath(*item, sharedFolderPath_);
   texts_.Put(slots_.ext, ext);
   int32_t icon = 0;
   if (entry.attributes & kAttrDirectory) {
     item->setListItemTyp(typeoffitem::Folder);
+    NxFileListItem::Internal::ShareCommon(*item, CommonModel(nullptr));
     TypeCacheEntry& folderType = core_.fileTypes.Cache().Scratch();
     icon = folderType.iconIndex = p_.Icons().SysIconIndex(folderPath_ + name, 0, kSmallSysIcon);
     texts_.Put(slots_.typ, folderType.typeName);
@@ -164,11 +169,16 @@ void FolderRows::AddRow(const FindData& entry, const std::string& name, const st
   FillTimes(*item, entry);
   if (slots_.atr > 0) texts_.Put(slots_.atr, GetAttrString(entry.attributes));
   item->setAttributes(static_cast<int32_t>(entry.attributes));
-  const std::string dos = entry.shortName.empty() || entry.shortName[0] == '\0'
-                              ? p_.Locale().CharUpper(name)
-                              : entry.shortName.substr(0, entry.shortName.find('\0'));
-  texts_.Put(slots_.dos, dos);
-  item->setDosName(Variant(dos));
+  if (entry.shortName.empty() || entry.shortName[0] == '\0') {
+    // The 8.3 name is the name in capitals: the item works it out when
+    // asked, so a million items do not each keep a second copy of a name.
+    NxFileListItem::Internal::DosNameFromName(*item);
+    if (slots_.dos > 0) texts_.Put(slots_.dos, p_.Locale().CharUpper(name));
+  } else {
+    std::string dos = entry.shortName.substr(0, entry.shortName.find('\0'));
+    texts_.Put(slots_.dos, dos);
+    item->setDosName(Variant(std::move(dos)));
+  }
   if (!keepItems_ && core_.events) {
     // Items added by a refresh get no user data, on purpose.
     std::string a, b;
@@ -195,14 +205,31 @@ int32_t FolderRows::FillFile(NxFileListItem& item, const FindData& entry, const 
   // The full path is only built when the extension is new to the cache.
   const TypeCacheEntry* type = ext.empty() ? nullptr : core_.fileTypes.Cache().Find(ext);
   if (!type && !ext.empty()) type = core_.fileTypes.Entry(ext, folderPath_ + name, false);
+  NxFileListItem::Internal::ShareCommon(item, CommonModel(type));
   if (type) {
     icon = type->iconIndex;
     texts_.Put(slots_.typ, type->typeName);
-    NxFileListItem::Internal::ShareFileTyp(item, type->sharedTypeName);
-    NxFileListItem::Internal::ShareExtension(item, type->sharedExtension);
   }
   if (HasOwnIcon(ext)) icon = p_.Icons().SysIconIndex(folderPath_ + name, 0, kSmallSysIcon);
   return icon;
+}
+
+const NxFileListItem& FolderRows::CommonModel(const TypeCacheEntry* type) {
+  const std::pair<const char*, const char*> key =
+      type ? std::pair(type->sharedTypeName.view().data(), type->sharedExtension.view().data())
+           : std::pair<const char*, const char*>(nullptr, nullptr);
+  std::shared_ptr<NxFileListItem>& model = commonModels_[key];
+  if (!model) {
+    model = NxFileListItem::Create();
+    NxFileListItem::Internal::SetOwner(*model, core_.items);
+    NxFileListItem::Internal::SharePath(*model, sharedFolderPath_);
+    NxFileListItem::Internal::SetCaseMapper(*model, core_.platformRef);
+    if (type) {
+      NxFileListItem::Internal::ShareFileTyp(*model, type->sharedTypeName);
+      NxFileListItem::Internal::ShareExtension(*model, type->sharedExtension);
+    }
+  }
+  return *model;
 }
 
 void FolderRows::FillTimes(NxFileListItem& item, const FindData& entry) {

@@ -3,7 +3,10 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "nxfv/control/row_texts.h"
@@ -48,12 +51,19 @@ class FolderRows {
   void AddRow(const FindData& entry, const std::string& name, const std::string& ext, const std::string& key);
   int32_t FillFile(NxFileListItem& item, const FindData& entry, const std::string& name, const std::string& ext);
   void FillTimes(NxFileListItem& item, const FindData& entry);
+  // The item whose owner, folder, type name and extension (one shared
+  // block) the listing's items of that type take; type null for folders
+  // and files of no known type.
+  const NxFileListItem& CommonModel(const TypeCacheEntry* type);
 
   ViewerCore& core_;
   Platform& p_;
   const std::string listedPath_;
   const bool keepItems_;
   const std::string pattern_;
+  // The pattern is "*.*" or "*" (blanks in front allowed), which every name
+  // matches: the common case needs no match per entry.
+  const bool patternMatchesAll_;
   const std::string folderPath_;
   const SharedText sharedFolderPath_;
   const Slots slots_;
@@ -62,6 +72,8 @@ class FolderRows {
   const bool lastAccessDateOnly_;
   const size_t sortKeyBytes_;
   RowTexts texts_;
+  // Keyed by the type's shared texts (which the models keep alive).
+  std::map<std::pair<const char*, const char*>, std::shared_ptr<NxFileListItem>> commonModels_;
   // In a refresh, one mark per row on view when it began: kept rows are
   // marked by row index, which spares a collection lookup per kept entry.
   std::vector<char> found_;

@@ -2,6 +2,7 @@
 
 #include "nxfv/model/file_collection.h"
 #include "nxfv/platform/error_state.h"
+#include "nxfv/platform/platform.h"
 
 namespace nxfv {
 
@@ -22,14 +23,15 @@ void NxFileListItem::Raise(eventbefs mybef, Variant& itemvalue, Variant& Paramet
 
 // The handler sees the new value in itemvalue and may answer with another;
 // that answer is what the field keeps.
-static void WriteBack(const Variant& itemvalue, bool& field) {
+static bool WriteBack(const Variant& itemvalue, bool field) {
   const ErrorState before = CurrentError();
   try {
-    field = itemvalue.AsBool();
+    return itemvalue.AsBool();
   } catch (const std::exception&) {
     // Not a Boolean or a number: the field keeps the value it was set to,
     // and the conversion's failure leaves no trace in the error state.
     CurrentError() = before;
+    return field;
   }
 }
 
@@ -38,7 +40,7 @@ void NxFileListItem::setSelected(bool v) {
   Variant itemvalue(v), parameter{std::string()};
   bool ok = false;
   Raise(eventbefs::doselect, itemvalue, parameter, ok);
-  WriteBack(itemvalue, selected_);
+  selected_ = WriteBack(itemvalue, selected_);
 }
 
 void NxFileListItem::setChecked(bool v) {
@@ -46,7 +48,60 @@ void NxFileListItem::setChecked(bool v) {
   Variant itemvalue(v), parameter{std::string()};
   bool ok = false;
   Raise(eventbefs::docheck, itemvalue, parameter, ok);
-  WriteBack(itemvalue, checked_);
+  checked_ = WriteBack(itemvalue, checked_);
+}
+
+NxFileListItem::~NxFileListItem() { ReleaseCommon(common_); }
+
+NxFileListItem::Common& NxFileListItem::OwnCommon() {
+  if (common_ && common_->refs.load(std::memory_order_acquire) == 1) return *common_;
+  auto* own = new Common;
+  if (common_) {
+    own->owner = common_->owner;
+    own->path = common_->path;
+    own->fileTyp = common_->fileTyp;
+    own->extension = common_->extension;
+    own->caseMapper = common_->caseMapper;
+    ReleaseCommon(common_);
+  }
+  common_ = own;
+  return *own;
+}
+
+void NxFileListItem::ReleaseCommon(Common* c) {
+  if (c && c->refs.fetch_sub(1, std::memory_order_acq_rel) == 1) delete c;
+}
+
+void NxFileListItem::Internal::ShareCommon(NxFileListItem& item, const NxFileListItem& model) {
+  if (&item == &model || item.common_ == model.common_) return;
+  item.FreezeDosName();  // its case mapping may change
+  if (model.common_) model.common_->refs.fetch_add(1, std::memory_order_relaxed);
+  ReleaseCommon(item.common_);
+  item.common_ = model.common_;
+}
+
+Variant NxFileListItem::DosName() const {
+  if (dosFromName_) {
+    std::string name = fileName_.str();
+    Platform* mapper = common_ ? common_->caseMapper.get() : nullptr;
+    return Variant(mapper ? mapper->Locale().CharUpper(name) : std::move(name));
+  }
+  return extras_ ? extras_->dosName : Variant();
+}
+
+void NxFileListItem::setDosName(Variant v) {
+  dosFromName_ = false;
+  if (!extras_ && v.IsEmpty()) return;
+  MakeExtras().dosName = std::move(v);
+}
+
+void NxFileListItem::FreezeDosName() {
+  if (dosFromName_) setDosName(DosName());
+}
+
+void NxFileListItem::Internal::DosNameFromName(NxFileListItem& item) {
+  item.dosFromName_ = true;
+  if (item.extras_) item.extras_->dosName = Variant();
 }
 
 const std::string& NxFileListItem::EmptyText() {
@@ -68,7 +123,10 @@ void NxFileListItem::DetachFromName() {
 void NxFileListItem::setFileName(std::string_view v) { Internal::ShareFileName(*this, SharedText(v)); }
 
 void NxFileListItem::Internal::ShareFileName(NxFileListItem& item, SharedText name) {
-  if (name.view() != item.fileName_.view()) item.DetachFromName();
+  if (name.view() != item.fileName_.view()) {
+    item.DetachFromName();
+    item.FreezeDosName();
+  }
   item.fileName_ = std::move(name);
   if (!item.nameFixed_) item.nameChanged_ = true;
 }
@@ -124,28 +182,51 @@ Variant NxFileListItem::EnsureVisible() {
 }
 
 void NxFileListItem::Internal::SetOwner(NxFileListItem& item, const void* identity) {
-  if (item.owner_ == nullptr) item.owner_ = identity;
+  if (Owner(item) == nullptr) item.OwnCommon().owner = identity;
 }
 
 void NxFileListItem::Internal::SetOwner(NxFileListItem& item, const std::shared_ptr<NxFileCollection>& collection) {
-  if (item.owner_ != nullptr || !collection) return;
-  item.owner_ = collection.get();
+  if (Owner(item) != nullptr || !collection) return;
+  item.OwnCommon().owner = collection.get();
 }
 
 void NxFileListItem::Internal::StoreObject(NxFileListItem& item, ItemVariantField field, ObjectRef object) {
   Variant v(std::move(object));
   switch (field) {
-    case ItemVariantField::DateModified: item.dateModified_ = std::move(v); break;
-    case ItemVariantField::TimeModified: item.timeModified_ = std::move(v); break;
-    case ItemVariantField::DateCreated: item.dateCreated_ = std::move(v); break;
-    case ItemVariantField::TimeCreated: item.timeCreated_ = std::move(v); break;
-    case ItemVariantField::LastAccessed: item.lastAccessed_ = std::move(v); break;
-    case ItemVariantField::DosName: item.dosName_ = std::move(v); break;
+    case ItemVariantField::DateModified: item.SetDateField(kDateModified, std::move(v)); break;
+    case ItemVariantField::TimeModified: item.SetDateField(kTimeModified, std::move(v)); break;
+    case ItemVariantField::DateCreated: item.SetDateField(kDateCreated, std::move(v)); break;
+    case ItemVariantField::TimeCreated: item.SetDateField(kTimeCreated, std::move(v)); break;
+    case ItemVariantField::LastAccessed: item.SetDateField(kLastAccessed, std::move(v)); break;
+    case ItemVariantField::DosName: item.setDosName(std::move(v)); break;
   }
 }
 
+Variant NxFileListItem::DateField(int slot) const {
+  switch (DateKindOf(slot)) {
+    case kBareDate: return Variant(DateValue{dates_[slot]});
+    case kOtherValue: return extras_->otherDates[slot];
+    default: return Variant();
+  }
+}
+
+void NxFileListItem::SetDateField(int slot, Variant v) {
+  DateKind kind = kNoDate;
+  if (v.kind() == Variant::Kind::Date) {
+    kind = kBareDate;
+    dates_[slot] = v.AsDouble();
+  } else if (!v.IsEmpty()) {
+    kind = kOtherValue;
+  }
+  // A value set aside before goes now (it may be an object reference).
+  if (kind == kOtherValue) MakeExtras().otherDates[slot] = std::move(v);
+  else if (DateKindOf(slot) == kOtherValue) extras_->otherDates[slot] = Variant();
+  if (kind != kBareDate) dates_[slot] = 0;
+  dateKinds_ = static_cast<uint16_t>((dateKinds_ & ~(3u << (2 * slot))) | (static_cast<unsigned>(kind) << (2 * slot)));
+}
+
 void NxFileListItem::Internal::AnnounceKeyChange(NxFileListItem& item) {
-  auto owner = LiveCollection(item.owner_);
+  auto owner = LiveCollection(Owner(item));
   if (!owner) return;
   NxFileCollection::Internal(*owner).AnnounceKeyChange(item.Key(), &item);
 }

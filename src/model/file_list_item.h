@@ -16,6 +16,7 @@
 // item itself (a shared_ptr) to the listener.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -27,6 +28,7 @@ namespace nxfv {
 
 class NxFileCollection;
 class NxFileListItem;
+class Platform;
 
 enum class typeoffitem : int32_t { None = 0, file = 1, Folder = 2, Drive = 3, VirtualFolder = 4 };
 
@@ -100,7 +102,11 @@ class NxFileListItem : public Object, public std::enable_shared_from_this<NxFile
   struct Passkey {};
 
  public:
-  explicit NxFileListItem(Passkey) {}
+  explicit NxFileListItem(Passkey) : selected_(false), checked_(false), nameFixed_(false), nameChanged_(false),
+      listed_(false), foundInPass_(false), keyIsName_(false), displayIsName_(false), dosFromName_(false) {}
+  ~NxFileListItem() override;
+  NxFileListItem(const NxFileListItem&) = delete;
+  NxFileListItem& operator=(const NxFileListItem&) = delete;
   // A new item is all-zero: empty strings, 0, False, Empty variants,
   // ListItemTyp None.
   static std::shared_ptr<NxFileListItem> Create() { return std::make_shared<NxFileListItem>(Passkey{}); }
@@ -114,8 +120,8 @@ class NxFileListItem : public Object, public std::enable_shared_from_this<NxFile
 
   typeoffitem ListItemTyp() const { return listItemTyp_; }
   void setListItemTyp(typeoffitem v) { listItemTyp_ = v; }
-  std::string_view FileTyp() const { return fileTyp_; }
-  void setFileTyp(std::string_view v) { fileTyp_ = SharedText(v); }
+  std::string_view FileTyp() const { return common_ ? common_->fileTyp.view() : std::string_view(); }
+  void setFileTyp(std::string_view v) { OwnCommon().fileTyp = SharedText(v); }
 
   bool Selected() const { return selected_; }
   // Stores v and raises xselitemx(doselect) on every let, also when the
@@ -136,31 +142,34 @@ class NxFileListItem : public Object, public std::enable_shared_from_this<NxFile
   void setChecked(bool v);
 
   // The variant fields return what was stored: a copy of a value, or the
-  // stored object reference itself.
-  const Variant& DosName() const { return dosName_; }
-  void setDosName(Variant v) { dosName_ = std::move(v); }
+  // stored object reference itself. They return it by value: an item keeps
+  // a date (what listings store) as a bare number, an 8.3 name that is the
+  // file name in capitals as a mark, and anything else a host stores aside,
+  // which spares a listing of a million items some 80 MB.
+  Variant DosName() const;
+  void setDosName(Variant v);
   File_Attribute Attributes() const { return attributes_; }
   void setAttributes(File_Attribute v) { attributes_ = v; }
   void setAttributes(int32_t v) { attributes_ = static_cast<File_Attribute>(v); }
-  const Variant& LastAccessed() const { return lastAccessed_; }
-  void setLastAccessed(Variant v) { lastAccessed_ = std::move(v); }
-  const Variant& TimeCreated() const { return timeCreated_; }
-  void setTimeCreated(Variant v) { timeCreated_ = std::move(v); }
-  const Variant& DateCreated() const { return dateCreated_; }
-  void setDateCreated(Variant v) { dateCreated_ = std::move(v); }
-  const Variant& TimeModified() const { return timeModified_; }
-  void setTimeModified(Variant v) { timeModified_ = std::move(v); }
-  const Variant& DateModified() const { return dateModified_; }
-  void setDateModified(Variant v) { dateModified_ = std::move(v); }
+  Variant LastAccessed() const { return DateField(kLastAccessed); }
+  void setLastAccessed(Variant v) { SetDateField(kLastAccessed, std::move(v)); }
+  Variant TimeCreated() const { return DateField(kTimeCreated); }
+  void setTimeCreated(Variant v) { SetDateField(kTimeCreated, std::move(v)); }
+  Variant DateCreated() const { return DateField(kDateCreated); }
+  void setDateCreated(Variant v) { SetDateField(kDateCreated, std::move(v)); }
+  Variant TimeModified() const { return DateField(kTimeModified); }
+  void setTimeModified(Variant v) { SetDateField(kTimeModified, std::move(v)); }
+  Variant DateModified() const { return DateField(kDateModified); }
+  void setDateModified(Variant v) { SetDateField(kDateModified, std::move(v)); }
 
   // Signed 32-bit: sizes of 2 GiB and more are stored as the listing
   // clamps them (2147483647).
   int32_t FileSize() const { return fileSize_; }
   void setFileSize(int32_t v) { fileSize_ = v; }
-  std::string_view Extension() const { return extension_; }
-  void setExtension(std::string_view v) { extension_ = SharedText(v); }
-  std::string_view Path() const { return path_; }
-  void setPath(std::string_view v) { path_ = SharedText(v); }
+  std::string_view Extension() const { return common_ ? common_->extension.view() : std::string_view(); }
+  void setExtension(std::string_view v) { OwnCommon().extension = SharedText(v); }
+  std::string_view Path() const { return common_ ? common_->path.view() : std::string_view(); }
+  void setPath(std::string_view v) { OwnCommon().path = SharedText(v); }
 
   std::string_view Key() const {
     return keyIsName_ ? fileName_.view() : extras_ ? std::string_view(extras_->key) : std::string_view();
@@ -191,22 +200,49 @@ class NxFileListItem : public Object, public std::enable_shared_from_this<NxFile
   // the thread's error state and do not escape: lets never fail.
   void Raise(eventbefs mybef, Variant& itemvalue, Variant& Parameter, bool& operationok);
 
-  // The owner's identity only: a collection is found again through the
-  // registry of live collections (see LiveCollection), so an item does not
-  // carry a counted reference to it.
-  const void* owner_ = nullptr;
-
   // A listing may hold a million items, so an item stores little of its own:
-  // the folder and type name as texts shared by every item that has them;
-  // the key and display name (when they differ from the file name), the
-  // archive record, the user data and the listener only once one is stored.
+  // what the items of one folder and type have in common in one block they
+  // share (Common); the key and display name (when they differ from the file
+  // name), the archive record, the user data and the listener only once one
+  // is stored.
   static const std::string& EmptyText();
+  // Shared by the items of one listing that have the same type. Copied
+  // before a change while others share it.
+  struct Common {
+    std::atomic<uint32_t> refs{1};
+    // The owner's identity only: a collection is found again through the
+    // registry of live collections (see LiveCollection), so an item does
+    // not carry a counted reference to it.
+    const void* owner = nullptr;
+    SharedText path;
+    SharedText fileTyp;
+    SharedText extension;
+    // Maps the file name to capitals for items whose 8.3 name is their
+    // name in capitals (dosFromName_), when the name is asked for.
+    std::shared_ptr<Platform> caseMapper;
+  };
+  Common& OwnCommon();
+  static void ReleaseCommon(Common* c);
+  // The 8.3 name stops following the file name (before the name changes).
+  void FreezeDosName();
+  // The date fields, in the order of dates_.
+  enum DateSlot : int { kDateModified, kTimeModified, kDateCreated, kTimeCreated, kLastAccessed, kDateSlots };
+  // What a date field holds (two bits each in dateKinds_): Empty, a date in
+  // dates_, or any other value in the extras.
+  enum DateKind : uint16_t { kNoDate = 0, kBareDate = 1, kOtherValue = 2 };
+  Variant DateField(int slot) const;
+  void SetDateField(int slot, Variant v);
+  DateKind DateKindOf(int slot) const { return static_cast<DateKind>((dateKinds_ >> (2 * slot)) & 3u); }
   struct Extras {
     AInfo archivInfo;
     std::string userDataA, userDataB;
     std::string key;          // when !keyIsName_
     std::string displayname;  // when !displayIsName_
     std::weak_ptr<NxFileListItemEvents> listener;
+    Variant otherDates[kDateSlots];  // date fields holding something else than a date
+    Variant dosName;                 // unless dosFromName_
+    int32_t spareNumber = 0;
+    int32_t driveTag = 0;
   };
   Extras& MakeExtras() {
     if (!extras_) extras_ = std::make_unique<Extras>();
@@ -217,26 +253,24 @@ class NxFileListItem : public Object, public std::enable_shared_from_this<NxFile
 
   SharedText fileName_;
   std::unique_ptr<Extras> extras_;
-  SharedText path_;
-  SharedText fileTyp_;
-  SharedText extension_;
-  Variant dateModified_, timeModified_, dateCreated_, timeCreated_, lastAccessed_;
-  Variant dosName_;
-  int32_t spareNumber_ = 0;
-  int32_t driveTag_ = 0;
+  Common* common_ = nullptr;
+  double dates_[kDateSlots] = {};
   int32_t fileSize_ = 0;
   File_Attribute attributes_ = static_cast<File_Attribute>(0);
   typeoffitem listItemTyp_ = typeoffitem::None;
-  bool nameFixed_ = false;
-  bool nameChanged_ = false;
-  bool listed_ = false;
-  bool foundInPass_ = false;
-  bool checked_ = false;
-  bool selected_ = false;
+  bool selected_ : 1;
+  bool checked_ : 1;
+  bool nameFixed_ : 1;
+  bool nameChanged_ : 1;
+  bool listed_ : 1;
+  bool foundInPass_ : 1;
   // Whether Key / Displayname are the file name (else stored in extras_,
   // or empty when there are none).
-  bool keyIsName_ = false;
-  bool displayIsName_ = false;
+  bool keyIsName_ : 1;
+  bool displayIsName_ : 1;
+  // Whether DosName is the file name in capitals (else in extras_).
+  bool dosFromName_ : 1;
+  uint16_t dateKinds_ = 0;
 };
 
 // The variant fields that an internal store may fill with an object
@@ -250,22 +284,30 @@ class NxFileListItem::Internal {
   // the item), with the same marks as the public let.
   static void ShareFileName(NxFileListItem& item, SharedText name);
   // The folder and type name, shared with other items instead of copied.
-  static void SharePath(NxFileListItem& item, SharedText path) {
-    item.path_ = std::move(path);
-  }
-  static void ShareFileTyp(NxFileListItem& item, SharedText type) {
-    item.fileTyp_ = std::move(type);
-  }
+  static void SharePath(NxFileListItem& item, SharedText path) { item.OwnCommon().path = std::move(path); }
+  static void ShareFileTyp(NxFileListItem& item, SharedText type) { item.OwnCommon().fileTyp = std::move(type); }
   static void ShareExtension(NxFileListItem& item, SharedText extension) {
-    item.extension_ = std::move(extension);
+    item.OwnCommon().extension = std::move(extension);
   }
+  // A new item takes the owner, folder, type name and extension of model
+  // (and its case mapping) by sharing them: one block for a listing's
+  // items of one type instead of copies in each.
+  static void ShareCommon(NxFileListItem& item, const NxFileListItem& model);
+  // The platform whose case mapping DosNameFromName uses.
+  static void SetCaseMapper(NxFileListItem& item, std::shared_ptr<Platform> platform) {
+    item.OwnCommon().caseMapper = std::move(platform);
+  }
+  // DosName becomes the file name in capitals (the case mapping's), worked
+  // out when asked for; it keeps the name it had when the file name changes.
+  // Without a case mapper it is the name itself, as there is nothing to map.
+  static void DosNameFromName(NxFileListItem& item);
 
   // The owner is set once: later calls leave the first owner. The identity
   // form is for owners that are not collections (the control); the
   // collection form also lets AnnounceKeyChange reach the collection.
   static void SetOwner(NxFileListItem& item, const void* identity);
   static void SetOwner(NxFileListItem& item, const std::shared_ptr<NxFileCollection>& collection);
-  static const void* Owner(const NxFileListItem& item) { return item.owner_; }
+  static const void* Owner(const NxFileListItem& item) { return item.common_ ? item.common_->owner : nullptr; }
 
   // Without raising xselitemx.
   static void SetSelectedSilently(NxFileListItem& item, bool v) { item.selected_ = v; }
@@ -278,10 +320,15 @@ class NxFileListItem::Internal {
   static bool FoundInPass(const NxFileListItem& item) { return item.foundInPass_; }
   static void SetFoundInPass(NxFileListItem& item, bool v) { item.foundInPass_ = v; }
 
-  static int32_t DriveTag(const NxFileListItem& item) { return item.driveTag_; }
-  static void SetDriveTag(NxFileListItem& item, int32_t v) { item.driveTag_ = v; }
-  static int32_t SpareNumber(const NxFileListItem& item) { return item.spareNumber_; }
-  static void SetSpareNumber(NxFileListItem& item, int32_t v) { item.spareNumber_ = v; }
+  // Kept with the extras: only drives and a few other items have them.
+  static int32_t DriveTag(const NxFileListItem& item) { return item.extras_ ? item.extras_->driveTag : 0; }
+  static void SetDriveTag(NxFileListItem& item, int32_t v) {
+    if (item.extras_ || v != 0) item.MakeExtras().driveTag = v;
+  }
+  static int32_t SpareNumber(const NxFileListItem& item) { return item.extras_ ? item.extras_->spareNumber : 0; }
+  static void SetSpareNumber(NxFileListItem& item, int32_t v) {
+    if (item.extras_ || v != 0) item.MakeExtras().spareNumber = v;
+  }
   static bool NameFixed(const NxFileListItem& item) { return item.nameFixed_; }
   static void SetNameFixed(NxFileListItem& item, bool v) { item.nameFixed_ = v; }
   static bool NameChanged(const NxFileListItem& item) { return item.nameChanged_; }

@@ -141,6 +141,47 @@ TEST_F(FileListItemTest, NameChangedMarkAndArchiveRecordStores) {
   EXPECT_EQ(item_->ArchivInfo().Method, "Deflated");
 }
 
+// The items of one listing share one block of owner, folder and type, and
+// a change to one item never reaches the others; an 8.3 name that follows
+// the file name in capitals keeps the one it had when the file is renamed;
+// date fields give back whatever kind was stored.
+TEST_F(FileListItemTest, SharedAndCompactFieldsBehaveAsPlainOnes) {
+  auto model = NxFileListItem::Create();
+  Internal::SharePath(*model, "C:\\data\\");
+  Internal::ShareFileTyp(*model, "Text Document");
+  Internal::SetCaseMapper(*model, std::make_shared<SimulatedPlatform>());
+  auto a = NxFileListItem::Create(), b = NxFileListItem::Create();
+  Internal::ShareCommon(*a, *model);
+  Internal::ShareCommon(*b, *model);
+  a->setPath("C:\\other\\");
+  int owner = 0;
+  Internal::SetOwner(*b, &owner);
+  EXPECT_EQ(a->Path(), "C:\\other\\");
+  EXPECT_EQ(b->Path(), "C:\\data\\");
+  EXPECT_EQ(b->FileTyp(), "Text Document");
+  EXPECT_EQ(Internal::Owner(*b), &owner);
+  EXPECT_EQ(Internal::Owner(*model), nullptr);
+
+  b->setFileName("readme.txt");
+  Internal::DosNameFromName(*b);
+  EXPECT_EQ(b->DosName(), Variant("README.TXT"));
+  b->setFileName("notes.txt");
+  EXPECT_EQ(b->DosName(), Variant("README.TXT"));
+  b->setDosName(Variant());
+  EXPECT_TRUE(b->DosName().IsEmpty());
+
+  b->setDateModified(Variant(DateValue{-0.5}));
+  EXPECT_EQ(b->DateModified(), Variant(DateValue{-0.5}));
+  b->setDateModified(Variant("soon"));
+  EXPECT_EQ(b->DateModified(), Variant("soon"));
+  EXPECT_TRUE(b->TimeModified().IsEmpty());
+  Internal::StoreObject(*b, ItemVariantField::LastAccessed, model);
+  EXPECT_EQ(b->LastAccessed().AsObject(), model);
+  b->setLastAccessed(Variant());
+  EXPECT_TRUE(b->LastAccessed().IsEmpty());
+  EXPECT_EQ(model.use_count(), 1);  // the stored reference was let go
+}
+
 struct KeyEvents : NxFileCollectionEvents {
   void GenericEvent(int32_t& Index, std::string& Key) override { seen.emplace_back(Index, Key); }
   std::vector<std::pair<int32_t, std::string>> seen;
