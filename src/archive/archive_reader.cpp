@@ -9,19 +9,23 @@ namespace nxfv {
 namespace archive_detail {
 
 void StepRunner::Report(int32_t line) {
-  const std::string text = CurrentError().description + "\r\n" + "in cArchive." + procedure_ + " component " +
-                           "at line " + std::to_string(line);
-  platform_.MessageBox().Show(text, kMbOkOnly, kArchiveBoxTitle);
+  const std::string& description = CurrentError().description;
+  if (line != textLine_ || description != textDescription_) {
+    text_ = description + "\r\n" + "in cArchive." + procedure_ + " component " + "at line " + std::to_string(line);
+    textDescription_ = description;
+    textLine_ = line;
+  }
+  static const std::string title = kArchiveBoxTitle;
+  platform_.MessageBox().Show(text_, kMbOkOnly, title);
   // Going on with the next step starts from a clean error state.
   ClearError();
 }
 
-int32_t AddPosition(int32_t a, int32_t b) {
-  const int64_t sum = static_cast<int64_t>(a) + b;
-  if (sum > std::numeric_limits<int32_t>::max() || sum < std::numeric_limits<int32_t>::min()) {
-    RaiseError(kErrOverflow);
-  }
-  return static_cast<int32_t>(sum);
+StepError AdvancePosition(int32_t& position, int32_t delta) {
+  const int64_t sum = static_cast<int64_t>(position) + delta;
+  if (sum > std::numeric_limits<int32_t>::max() || sum < std::numeric_limits<int32_t>::min()) return kErrOverflow;
+  position = static_cast<int32_t>(sum);
+  return kStepOk;
 }
 
 size_t ReadRecord(WindowedFile& file, int32_t position, std::span<uint8_t> buffer) {
@@ -29,20 +33,22 @@ size_t ReadRecord(WindowedFile& file, int32_t position, std::span<uint8_t> buffe
   return file.ReadAt(static_cast<uint64_t>(position), buffer.data(), buffer.size());
 }
 
-bool TextFieldReader::Read(WindowedFile& file, int32_t position, int32_t length) {
-  if (length < 0) RaiseError(kErrInvalidCall);
+StepError TextFieldReader::Read(WindowedFile& file, int32_t position, int32_t length, bool& changed) {
+  if (length < 0) return kErrInvalidCall;
+  changed = false;
   const size_t n = static_cast<size_t>(length);
   if (!(zeros_ && bytes_.size() == n)) bytes_.assign(n, 0);
   const size_t got = ReadRecord(file, position, bytes_);
-  if (got == 0 && zeros_ && decoded_ && decodedBytes_.size() == n) return false;  // zeros again
+  if (got == 0 && zeros_ && decoded_ && decodedBytes_.size() == n) return kStepOk;  // zeros again
   zeros_ = got == 0;
-  if (decoded_ && bytes_ == decodedBytes_) return false;
+  if (decoded_ && bytes_ == decodedBytes_) return kStepOk;
   decodedBytes_ = bytes_;
-  const std::string text = DecodeArchiveText(bytes_, codePage_);
+  std::string text = DecodeArchiveText(bytes_, codePage_);
   decoded_ = true;
-  if (text == text_) return false;
-  text_ = text;
-  return true;
+  if (text == text_) return kStepOk;
+  text_ = std::move(text);
+  changed = true;
+  return kStepOk;
 }
 
 }  // namespace archive_detail

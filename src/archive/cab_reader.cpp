@@ -107,9 +107,8 @@ void cArchive::GetCab() {
       listener_->FileFound(index, total, fileName, ArchiveExt, modified, fields.S32(cab::kCbFile), 0, method,
                            fields.S16(cab::kAttribs), path, flags, 0, "");
     });
-    step.Run(kLineAdvance, [&] {
-      position = AddPosition(position, AddPosition(cab::kFileFixedAndTerminator, nameLength));
-    });
+    // nameLength is at most 260, so only the sum with position can overflow.
+    step.Run(kLineAdvance, [&] { return AdvancePosition(position, cab::kFileFixedAndTerminator + nameLength); });
   }
 }
 

@@ -7,6 +7,7 @@
 #include <new>
 #include <span>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "nxfv/archive/archive_text.h"
@@ -16,6 +17,12 @@
 
 namespace nxfv::archive_detail {
 
+// What a step that can fail answers: kStepOk, or the number of the error it
+// failed with (kErrOverflow, kErrInvalidCall, ...). Damaged directories fail
+// steps by the thousand, so failures travel as values, not exceptions.
+using StepError = int32_t;
+inline constexpr StepError kStepOk = 0;
+
 // Runs the steps of one reader. A step that fails shows an OK box,
 //   "<description>\r\nin cArchive.<procedure> component at line <line>",
 // and the reader goes on with its next step: a corrupt directory is listed
@@ -24,12 +31,22 @@ class StepRunner {
  public:
   StepRunner(Platform& platform, const char* procedure) : platform_(platform), procedure_(procedure) {}
 
-  // Runs step(); false when it failed (and was reported).
+  // Runs step(); false when it failed (and was reported). A step either
+  // returns a StepError or returns nothing; both kinds may also throw (a
+  // listener's failure, an allocation), which is reported the same way:
+  // the error state holds the failure while the box shows, and is clear
+  // afterwards.
   template <class Step>
   bool Run(int32_t line, Step&& step) {
     try {
-      step();
-      return true;
+      if constexpr (std::is_void_v<std::invoke_result_t<Step&>>) {
+        step();
+        return true;
+      } else {
+        const StepError error = step();
+        if (error == kStepOk) return true;
+        SetError(error, StandardErrorDescription(error));
+      }
     } catch (const std::exception& e) {
       RecordException(e);
     } catch (...) {
@@ -44,10 +61,16 @@ class StepRunner {
 
   Platform& platform_;
   const char* procedure_;
+  // The last box's text and what it was built from: a damaged directory
+  // fails the same step with the same error entry after entry.
+  std::string text_;
+  std::string textDescription_;
+  int32_t textLine_ = -1;
 };
 
-// a + b in 32 bits; raises error 6 "Overflow" when it leaves the range.
-int32_t AddPosition(int32_t a, int32_t b);
+// position + delta in 32 bits. Answers kErrOverflow and leaves position as
+// it was when the sum leaves the range.
+[[nodiscard]] StepError AdvancePosition(int32_t& position, int32_t delta);
 
 // Reads into buffer at a 32-bit file position. Bytes past the end of the
 // file keep whatever buffer held; a negative position reads nothing.
@@ -63,10 +86,10 @@ class TextFieldReader {
  public:
   explicit TextFieldReader(LegacyCodePage codePage) : codePage_(codePage) {}
 
-  // Reads length bytes at position; true when text() changed. A negative
-  // length raises error 5, as allocating such a buffer would, and leaves
-  // text() as it was.
-  bool Read(WindowedFile& file, int32_t position, int32_t length);
+  // Reads length bytes at position; changed tells whether text() changed.
+  // A negative length fails with kErrInvalidCall, as allocating such a
+  // buffer would, and leaves text() (and changed) as they were.
+  [[nodiscard]] StepError Read(WindowedFile& file, int32_t position, int32_t length, bool& changed);
   const std::string& text() const { return text_; }
 
  private:

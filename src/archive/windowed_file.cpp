@@ -5,23 +5,39 @@
 
 namespace nxfv {
 
-void WindowedFile::Fill(uint64_t offset, size_t length) {
+uint64_t WindowedFile::Size() {
+  if (!sizeKnown_) {
+    size_ = file_.Size();
+    sizeKnown_ = true;
+  }
+  return size_;
+}
+
+void WindowedFile::Fill(uint64_t offset, size_t length, size_t needed) {
   length = std::min(length, kMaxWindow);
-  if (length > capacity_) {
-    window_ = std::make_unique_for_overwrite<uint8_t[]>(length);
-    capacity_ = length;
+  // No larger than the file: a small archive costs a small window. One byte
+  // more than the stated size is asked for, and never less than the read
+  // that needs the window, so that the read itself shows where the file
+  // ends even when the stated size is wrong (a file that grew, or one whose
+  // size reads as 0 but which has content).
+  const uint64_t size = Size();
+  const uint64_t stated = size > offset ? size - offset : 0;
+  const size_t request = std::max(stated < length ? static_cast<size_t>(stated) + 1 : length, needed);
+  if (request > capacity_) {
+    window_ = std::make_unique_for_overwrite<uint8_t[]>(request);
+    capacity_ = request;
   }
   start_ = offset;
-  held_ = length == 0 ? 0 : file_.ReadAt(offset, window_.get(), length);
+  held_ = request == 0 ? 0 : file_.ReadAt(offset, window_.get(), request);
   ++fileReads_;
-  held_ = std::min(held_, length);
-  endSeen_ = held_ < length;
+  held_ = std::min(held_, request);
+  endSeen_ = held_ < request;
   if (endSeen_) knownEnd_ = std::min(knownEnd_, start_ + held_);
 }
 
 void WindowedFile::Prefetch(uint64_t offset, size_t length) {
   if (length == 0) return;
-  Fill(offset, length);
+  Fill(offset, length, 0);
 }
 
 size_t WindowedFile::ReadAt(uint64_t offset, uint8_t* buffer, size_t n) {
@@ -43,7 +59,7 @@ size_t WindowedFile::ReadAt(uint64_t offset, uint8_t* buffer, size_t n) {
     ++fileReads_;
     return std::min(file_.ReadAt(offset, buffer, n), n);
   }
-  Fill(offset, kDefaultWindow);
+  Fill(offset, kDefaultWindow, n);
   served(count);
   return count;
 }

@@ -5,7 +5,8 @@
 // of small sequential reads from one window filled by a single large read.
 // Prefetch fills the window with a whole region known to be read next (a
 // central directory, a file table), so a directory of any size costs a
-// handful of reads. Memory: one window, at most kMaxWindow bytes.
+// handful of reads. Memory: one window, at most kMaxWindow bytes and never
+// more than one byte past the file's stated size.
 #pragma once
 
 #include <cstddef>
@@ -23,7 +24,8 @@ class WindowedFile {
 
   explicit WindowedFile(RandomAccessFile& file) : file_(file) {}
 
-  uint64_t Size() { return file_.Size(); }
+  // The file's stated size, asked for once.
+  uint64_t Size();
   // Copies up to n bytes at offset into buffer; returns the count copied.
   size_t ReadAt(uint64_t offset, uint8_t* buffer, size_t n);
   // Loads [offset, offset + length) into the window (length capped at
@@ -33,7 +35,8 @@ class WindowedFile {
   size_t FileReads() const { return fileReads_; }
 
  private:
-  void Fill(uint64_t offset, size_t length);
+  // Loads about length bytes at offset, and at least needed (<= length).
+  void Fill(uint64_t offset, size_t length, size_t needed);
 
   RandomAccessFile& file_;
   std::unique_ptr<uint8_t[]> window_;  // not zero-filled: only held_ bytes are read
@@ -43,6 +46,8 @@ class WindowedFile {
   bool endSeen_ = false; // the fill stopped short: the file ends at start_ + held_
   uint64_t knownEnd_ = UINT64_MAX;  // where a short read showed the file ends
   size_t fileReads_ = 0;
+  uint64_t size_ = 0;
+  bool sizeKnown_ = false;
 };
 
 }  // namespace nxfv

@@ -98,25 +98,29 @@ void cArchive::GetZip() {
 
   for (int32_t index = 1; index <= total; ++index) {
     step.Run(kLineEntryHeader, [&] { ReadRecord(file, position, header); });
-    step.Run(kLinePastHeader, [&] { position = AddPosition(position, zip::kCentralHeaderSize); });
+    step.Run(kLinePastHeader, [&] { return AdvancePosition(position, zip::kCentralHeaderSize); });
     const int16_t nameLength = fields.S16(zip::kCdNameLength);
     const int16_t extraLength = fields.S16(zip::kCdExtraLength);
     const int16_t commentLength = fields.S16(zip::kCdCommentLength);
 
     step.Run(kLineName, [&] {
-      if (name.Read(file, position, nameLength)) SplitArchiveName(name.text(), path, fileName);
+      bool changed = false;
+      const StepError error = name.Read(file, position, nameLength, changed);
+      if (changed) SplitArchiveName(name.text(), path, fileName);
+      return error;
     });
-    step.Run(kLinePastName, [&] { position = AddPosition(position, nameLength); });
+    step.Run(kLinePastName, [&] { return AdvancePosition(position, nameLength); });
     if (extraLength != 0) {
       // The extra field is skipped unread; only its length is checked.
-      step.Run(kLineExtra, [&] {
-        if (extraLength < 0) RaiseError(kErrInvalidCall);
-      });
-      step.Run(kLinePastExtra, [&] { position = AddPosition(position, extraLength); });
+      step.Run(kLineExtra, [&] { return extraLength < 0 ? kErrInvalidCall : kStepOk; });
+      step.Run(kLinePastExtra, [&] { return AdvancePosition(position, extraLength); });
     }
     if (commentLength != 0) {
-      step.Run(kLineComment, [&] { comments.Read(file, position, commentLength); });
-      step.Run(kLinePastComment, [&] { position = AddPosition(position, commentLength); });
+      step.Run(kLineComment, [&] {
+        bool changed = false;
+        return comments.Read(file, position, commentLength, changed);
+      });
+      step.Run(kLinePastComment, [&] { return AdvancePosition(position, commentLength); });
     }
     step.Run(kLineDate, [&] {
       modified = dates.Get(platform.Time(), fields.U16(zip::kCdModDate), fields.U16(zip::kCdModTime));

@@ -50,6 +50,28 @@ TEST(WindowedFileTest, AnswersExactlyLikeTheFile) {
   }
 }
 
+// The window is sized from the size the file states, which may be wrong
+// either way (a file that grew or shrank, a size that reads as 0).
+TEST(WindowedFileTest, AnswersLikeTheFileWhateverSizeItStates) {
+  std::string content(100000, '\0');
+  std::mt19937 rng(7);
+  for (char& c : content) c = static_cast<char>(rng());
+  for (const uint64_t claimed : {uint64_t{0}, uint64_t{1}, uint64_t{4096}, uint64_t{99999}, uint64_t{5000000}}) {
+    BytesFile direct(content, claimed);
+    BytesFile backing(content, claimed);
+    WindowedFile windowed(backing);
+    std::uniform_int_distribution<uint64_t> offsets(0, content.size() + 100);
+    for (int i = 0; i < 400; ++i) {
+      const uint64_t offset = offsets(rng);
+      const size_t n = (i % 5 == 0) ? 300000 : i % 700;
+      std::vector<uint8_t> a(n, 0xAA), b(n, 0xAA);
+      const size_t ga = direct.ReadAt(offset, a.data(), n);
+      ASSERT_EQ(ga, windowed.ReadAt(offset, b.data(), n)) << "claimed " << claimed << " offset " << offset;
+      ASSERT_EQ(a, b) << "claimed " << claimed << " offset " << offset << " n " << n;
+    }
+  }
+}
+
 TEST(WindowedFileTest, PrefetchedRegionServesSequentialReadsWithoutFileReads) {
   std::string content(100000, 'x');
   BytesFile backing(content, content.size());
