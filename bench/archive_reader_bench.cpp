@@ -97,8 +97,8 @@ std::string BigCab() {
 class Count : public nxfv::cArchiveEvents {
  public:
   int64_t n = 0;
-  void FileFound(int32_t, int32_t, std::string FileName, std::string, double Modified, int32_t, int32_t, int32_t,
-                 int32_t, std::string Path, int32_t, int32_t, std::string) override {
+  void FileFound(int32_t, int32_t, std::string_view FileName, std::string_view, double Modified, int32_t, int32_t,
+                 int32_t, int32_t, std::string_view Path, int32_t, int32_t, std::string_view) override {
     n += static_cast<int64_t>(FileName.size() + Path.size()) + (Modified > 0);
   }
 };

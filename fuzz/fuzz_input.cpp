@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <string_view>
 
 #include "nxfv/archive/archive_reader.h"
 #include "nxfv/platform/sim/simulated_platform.h"
@@ -20,10 +21,10 @@ namespace {
 // damaged directory repeats the same long name thousands of times.
 class Utf8Check {
  public:
-  bool operator()(const std::string& text) {
+  bool operator()(std::string_view text) {
     if (text == last_) return true;
     if (!IsValidUtf8(text)) return false;
-    last_ = text;
+    last_.assign(text);
     return true;
   }
 
@@ -35,9 +36,9 @@ class Checker : public cArchiveEvents {
  public:
   int32_t events = 0;
   Utf8Check name, path, comment;
-  void FileFound(int32_t Index, int32_t Total, std::string FileName, std::string ArchiveExt, double Modified,
-                 int32_t, int32_t, int32_t, int32_t, std::string Path, int32_t, int32_t,
-                 std::string Comments) override {
+  void FileFound(int32_t Index, int32_t Total, std::string_view FileName, std::string_view ArchiveExt,
+                 double Modified, int32_t, int32_t, int32_t, int32_t, std::string_view Path, int32_t, int32_t,
+                 std::string_view Comments) override {
     ++events;
     if (Index != events || Index > Total || Total > 32767) Broken("Index/Total out of range");
     if (!name(FileName) || !path(Path) || !comment(Comments)) Broken("text is not UTF-8");
@@ -46,16 +47,30 @@ class Checker : public cArchiveEvents {
   }
 };
 
+// One platform for the whole process: building one per input cost more
+// than most inputs take to list. Its boxes are only counted, so that the
+// millions a campaign shows do not pile up.
+SimulatedPlatform& SharedPlatform() {
+  static SimulatedPlatform* platform = [] {
+    auto* p = new SimulatedPlatform;  // never destroyed: inputs run until exit
+    p->SimBoxes().KeepRecords(false);
+    return p;
+  }();
+  return *platform;
+}
+
 }  // namespace
 
 void ListInput(const uint8_t* data, size_t size, const std::string& ext) {
   if (size > kMaxInput) size = kMaxInput;
-  SimulatedPlatform platform;
-  platform.SimFiles().AddFileWithContent("C:\\fuzz." + ext, std::string(reinterpret_cast<const char*>(data), size));
+  SimulatedPlatform& platform = SharedPlatform();
+  const std::string path = "C:\\fuzz." + ext;
+  // Replaces the previous input: each run sees its own bytes only.
+  platform.SimFiles().AddFileWithContent(path, std::string(reinterpret_cast<const char*>(data), size));
   cArchive reader(platform);
   Checker checker;
   reader.SetListener(&checker);
-  reader.ArchiveName = "C:\\fuzz." + ext;
+  reader.ArchiveName = path;
   reader.ArchiveExt = ext;
   reader.FileCount = -99999;
   reader.GetInfo();

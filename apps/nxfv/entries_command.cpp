@@ -27,9 +27,9 @@ class JsonLines : public cArchiveEvents {
   explicit JsonLines(std::ostream& out) : out_(out) { buffer_.reserve(kBlock + 4096); }
   ~JsonLines() override { Flush(); }
 
-  void FileFound(int32_t Index, int32_t Total, std::string FileName, std::string ArchiveExt, double Modified,
-                 int32_t Size, int32_t CompSize, int32_t Method, int32_t Attr, std::string Path, int32_t flags,
-                 int32_t CRC, std::string Comments) override {
+  void FileFound(int32_t Index, int32_t Total, std::string_view FileName, std::string_view ArchiveExt,
+                 double Modified, int32_t Size, int32_t CompSize, int32_t Method, int32_t Attr, std::string_view Path,
+                 int32_t flags, int32_t CRC, std::string_view Comments) override {
     std::string& b = buffer_;
     b += "{\"Index\":";
     AppendInt(b, Index);

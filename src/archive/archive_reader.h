@@ -29,6 +29,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "nxfv/platform/platform.h"
 
@@ -43,9 +44,13 @@ class cArchiveEvents {
   virtual ~cArchiveEvents() = default;
   // One directory entry. Modified is a date value (days since 1899-12-30).
   // Sizes of 2 GiB and more arrive negative (32-bit fields).
-  virtual void FileFound(int32_t Index, int32_t Total, std::string FileName, std::string ArchiveExt,
+  // The texts view the reader's own buffers: they are valid during the call
+  // only, and a listener that keeps one copies it. Entries of a damaged
+  // directory repeat by the thousand, so nothing is copied for a listener
+  // that only looks.
+  virtual void FileFound(int32_t Index, int32_t Total, std::string_view FileName, std::string_view ArchiveExt,
                          double Modified, int32_t Size, int32_t CompSize, int32_t Method, int32_t Attr,
-                         std::string Path, int32_t flags, int32_t CRC, std::string Comments) = 0;
+                         std::string_view Path, int32_t flags, int32_t CRC, std::string_view Comments) = 0;
   // Raised only by NotificationReceipt.
   virtual void noti(int32_t& wParam, int32_t& lParam) {
     (void)wParam;

@@ -15,11 +15,12 @@ namespace {
 class EntrySink : public cArchiveEvents {
  public:
   explicit EntrySink(ArchiveRows& rows) : rows_(rows) {}
-  void FileFound(int32_t Index, int32_t Total, std::string FileName, std::string ArchiveExt, double Modified,
-                 int32_t Size, int32_t CompSize, int32_t Method, int32_t Attr, std::string Path, int32_t flags,
-                 int32_t CRC, std::string Comments) override {
-    rows_.Add({Index, Total, std::move(FileName), std::move(ArchiveExt), Modified, Size, CompSize, Method, Attr,
-               std::move(Path), flags, CRC, std::move(Comments)});
+  void FileFound(int32_t Index, int32_t Total, std::string_view FileName, std::string_view ArchiveExt,
+                 double Modified, int32_t Size, int32_t CompSize, int32_t Method, int32_t Attr, std::string_view Path,
+                 int32_t flags, int32_t CRC, std::string_view Comments) override {
+    // The row and the item keep the texts, so they are copied here.
+    rows_.Add({Index, Total, std::string(FileName), std::string(ArchiveExt), Modified, Size, CompSize, Method, Attr,
+               std::string(Path), flags, CRC, std::string(Comments)});
   }
 
  private:

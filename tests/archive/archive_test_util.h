@@ -45,11 +45,11 @@ inline std::ostream& operator<<(std::ostream& os, const Entry& e) {
 class Recorder : public cArchiveEvents {
  public:
   std::vector<Entry> entries;
-  void FileFound(int32_t Index, int32_t Total, std::string FileName, std::string ArchiveExt, double Modified,
-                 int32_t Size, int32_t CompSize, int32_t Method, int32_t Attr, std::string Path, int32_t flags,
-                 int32_t CRC, std::string Comments) override {
-    entries.push_back(Entry{Index, Total, std::move(FileName), std::move(ArchiveExt), Modified, Size, CompSize, Method,
-                            Attr, std::move(Path), flags, CRC, std::move(Comments)});
+  void FileFound(int32_t Index, int32_t Total, std::string_view FileName, std::string_view ArchiveExt,
+                 double Modified, int32_t Size, int32_t CompSize, int32_t Method, int32_t Attr, std::string_view Path,
+                 int32_t flags, int32_t CRC, std::string_view Comments) override {
+    entries.push_back(Entry{Index, Total, std::string(FileName), std::string(ArchiveExt), Modified, Size, CompSize,
+                            Method, Attr, std::string(Path), flags, CRC, std::string(Comments)});
   }
 };
 

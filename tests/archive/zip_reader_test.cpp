@@ -151,9 +151,9 @@ TEST(ZipReaderTest, FailingStepsAreReportedAndReadingGoesOn) {
 
 TEST(ZipReaderTest, ThrowingListenerIsReportedAndTheNextEntryStillArrives) {
   struct Thrower : Recorder {
-    void FileFound(int32_t Index, int32_t Total, std::string FileName, std::string ArchiveExt, double Modified,
-                   int32_t Size, int32_t CompSize, int32_t Method, int32_t Attr, std::string Path, int32_t flags,
-                   int32_t CRC, std::string Comments) override {
+    void FileFound(int32_t Index, int32_t Total, std::string_view FileName, std::string_view ArchiveExt,
+                   double Modified, int32_t Size, int32_t CompSize, int32_t Method, int32_t Attr, std::string_view Path,
+                   int32_t flags, int32_t CRC, std::string_view Comments) override {
       Recorder::FileFound(Index, Total, FileName, ArchiveExt, Modified, Size, CompSize, Method, Attr, Path, flags, CRC,
                           Comments);
       if (Index == 1) RaiseError(kErrDuplicateKey);

@@ -3,8 +3,11 @@
 namespace nxfv {
 
 int32_t SimMessageBox::Show(const std::string& text, int32_t style, const std::string& title) {
-  shown_.push_back({title, text, style});
-  operations_.push_back(CurrentOperation().id);
+  ++shownCount_;
+  if (keepRecords_) {
+    shown_.push_back({title, text, style});
+    operations_.push_back(CurrentOperation().id);
+  }
   if (!script_.empty()) {
     const int32_t answer = script_.front();
     script_.pop_front();

@@ -32,10 +32,19 @@ class SimMessageBox : public MessageBoxService {
     operations_.clear();
   }
 
+  // With false, boxes are counted but no longer recorded: Shown() and
+  // Operations() stay as they are. For long runs that show boxes by the
+  // million (fuzzing), where the records would only pile up.
+  void KeepRecords(bool keep) { keepRecords_ = keep; }
+  // Every box shown so far, recorded or not; Clear() does not reset it.
+  size_t ShownCount() const { return shownCount_; }
+
  private:
   std::deque<int32_t> script_;
   std::vector<MessageBoxRecord> shown_;
   std::vector<uint64_t> operations_;
+  bool keepRecords_ = true;
+  size_t shownCount_ = 0;
 };
 
 }  // namespace nxfv
