@@ -204,7 +204,7 @@ void BrowserWindow::start(const QString& path, std::optional<ViewStyle> view) {
     RestoreWindow(*this, *viewer_, *settings_, path);
     if (view) viewer_->setViewStyle(*view);
   } else {
-    viewer_->setAllowDiveIntoArchives(true);
+    for (const auto& [key, value] : BrowserDefaults()) viewer_->setSetting(key.c_str(), value.AsBool());
     viewer_->setCurrentFolder(path.isEmpty() ? QDir::homePath() : path);
     viewer_->applySettings();
   }

@@ -63,7 +63,8 @@ int TakeScreenshot(const BrowserOptions& options) {
   Settle(window);
   const QPixmap image = window.grab();
   int status = 0;
-  if (!options.path.isEmpty() && window.messages().boxCount() > 0 && window.navigation().location().isEmpty()) {
+  // A path the control refused leaves another location (or none) on view.
+  if (!options.path.isEmpty() && window.messages().boxCount() > 0 && window.navigation().location() != options.path) {
     std::fprintf(stderr, "nxfv-browser: %s\n", qPrintable(window.messages().lastText()));
     status = 1;
   }

@@ -1,6 +1,7 @@
 // nxfv-browser: a file browser window built on FileViewerWidget; see
 // command_line.h for its options.
 #include <QApplication>
+#include <QDir>
 #include <QSettings>
 #include <clocale>
 #include <cstdio>
@@ -19,6 +20,9 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "nxfv-browser: %s\n%s", qPrintable(error), qPrintable(UsageText()));
     return 2;
   }
+  // The control takes absolute paths; the shell hands relative ones.
+  if (!options.path.isEmpty() && QDir::isRelativePath(options.path))
+    options.path = QDir::cleanPath(QDir::current().absoluteFilePath(options.path));
   if (options.help) {
     std::fputs(qPrintable(UsageText()), stdout);
     return 0;

@@ -42,11 +42,11 @@ void StatusSummary::update() {
   const ListRow* goUp = v.ListView1().FindRow(kGoUpKey);
   const int items = v.ItemCount() - (goUp ? 1 : 0);
   const int selected = v.SelectedCount() - (goUp && goUp->Selected() ? 1 : 0);
-  setText(text(items, selected, v.CheckedCount(), insideArchive_));
+  setText(describe(items, selected, v.CheckedCount(), insideArchive_));
   emit updated();
 }
 
-QString StatusSummary::text(int items, int selected, int checked, bool insideArchive) {
+QString StatusSummary::describe(int items, int selected, int checked, bool insideArchive) {
   const QLocale locale;
   QString s = items == 1 ? tr("1 item") : tr("%1 items").arg(locale.toString(items));
   if (selected > 0) s += tr(", %1 selected").arg(locale.toString(selected));

@@ -26,7 +26,7 @@ class StatusSummary : public QLabel {
   // Counts now (the timer would do it on the next turn).
   void update();
   // The summary for these counts, e.g. "12 items, 2 selected, inside an archive".
-  static QString text(int items, int selected, int checked, bool insideArchive);
+  static QString describe(int items, int selected, int checked, bool insideArchive);
 
  signals:
   void updated();

@@ -36,6 +36,12 @@ std::string Utf8(const QString& s) { return s.toUtf8().toStdString(); }
 
 }  // namespace
 
+std::vector<std::pair<std::string, Variant>> BrowserDefaults() {
+  // A file browser: archives open like folders, and several files can be
+  // selected for one command.
+  return {{"AllowDiveIntoArchives", Variant(true)}, {"AllowMultipleSelection", Variant(true)}};
+}
+
 void RestoreWindow(QMainWindow& window, qt::FileViewerWidget& viewer, QSettings& settings, const QString& path) {
   window.restoreGeometry(settings.value(QStringLiteral("geometry")).toByteArray());
   window.restoreState(settings.value(QStringLiteral("windowState")).toByteArray());
@@ -43,7 +49,7 @@ void RestoreWindow(QMainWindow& window, qt::FileViewerWidget& viewer, QSettings&
   settings.beginGroup(QStringLiteral("viewer"));
   qt::SettingsPropertyBag stored(settings);
   OverlayBag bag(stored);
-  bag.defaults["AllowDiveIntoArchives"] = Variant(true);
+  for (const auto& [key, value] : BrowserDefaults()) bag.defaults[key] = value;
   const QString saved = settings.value(QStringLiteral("CurrentFolder")).toString();
   if (!path.isEmpty())
     bag.forced["CurrentFolder"] = Variant(Utf8(path));

@@ -10,6 +10,11 @@
 #pragma once
 
 #include <QString>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "nxfv/platform/variant.h"
 
 class QMainWindow;
 class QSettings;
@@ -19,6 +24,10 @@ class FileViewerWidget;
 }
 
 namespace nxfv::browser {
+
+// The control settings the browser starts with where nothing is saved
+// (bag keys and values).
+std::vector<std::pair<std::string, Variant>> BrowserDefaults();
 
 // Applies the saved state and lists the folder (path when not empty).
 void RestoreWindow(QMainWindow& window, qt::FileViewerWidget& viewer, QSettings& settings, const QString& path);
