@@ -114,8 +114,13 @@ class NxFileListItem : public Object, public std::enable_shared_from_this<NxFile
   // The one listener; held without keeping it alive. Pointing it elsewhere
   // (or at nothing) silently drops the previous one.
   void SetListener(std::weak_ptr<NxFileListItemEvents> listener) { MakeExtras().listener = std::move(listener); }
+  // A listener is only lent to one item at a time (the control's current
+  // one): an item that held nothing else gives its extras back, so a listing
+  // with a listening host costs no extra block per row.
   void ClearListener() {
-    if (extras_) extras_->listener.reset();
+    if (!extras_) return;
+    extras_->listener.reset();
+    if (extras_->HoldsNothing()) extras_.reset();
   }
 
   typeoffitem ListItemTyp() const { return listItemTyp_; }
@@ -243,6 +248,12 @@ class NxFileListItem : public Object, public std::enable_shared_from_this<NxFile
     Variant dosName;                 // unless dosFromName_
     int32_t spareNumber = 0;
     int32_t driveTag = 0;
+    bool HoldsNothing() const {
+      for (const Variant& d : otherDates)
+        if (!d.IsEmpty()) return false;
+      return listener.expired() && userDataA.empty() && userDataB.empty() && key.empty() && displayname.empty() &&
+             dosName.IsEmpty() && spareNumber == 0 && driveTag == 0 && archivInfo == AInfo{};
+    }
   };
   Extras& MakeExtras() {
     if (!extras_) extras_ = std::make_unique<Extras>();
