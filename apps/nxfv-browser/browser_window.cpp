@@ -80,9 +80,6 @@ BrowserWindow::BrowserWindow(QSettings* settings, bool interactive, QWidget* par
     setWindowTitle(tr("%1 — nxfv-browser").arg(shown));
   });
   connect(viewer_, &qt::FileViewerWidget::settingChanged, this, [this] { SyncControls(); });
-  connect(viewer_, &qt::FileViewerWidget::settingChanged, this, [this](const QString& key) {
-    if (key == u"ViewStyle") SizeListCells();
-  });
   // After the widget has laid out the new view's columns.
   connect(viewer_, &qt::FileViewerWidget::afterNewView, this, [this] {
     QMetaObject::invokeMethod(this, &BrowserWindow::FitNewColumns, Qt::QueuedConnection);
@@ -180,19 +177,6 @@ void BrowserWindow::SyncControls() {
   if (!pattern_->hasFocus()) pattern_->setText(pattern == u"*.*" ? QString() : pattern);
 }
 
-void BrowserWindow::SizeListCells() {
-  // The items view gives every row the size of the first one (uniform item
-  // sizes keep huge folders fast), and the first row is mostly "..": in
-  // the list and small-icon styles every longer name would end in "...".
-  // A cell for about 28 characters is what the list style needs.
-  if (viewer_->viewStyle() == qt::FileViewerWidget::FvIcon || viewer_->viewStyle() == qt::FileViewerWidget::FvReport)
-    return;
-  QListView* items = viewer_->itemsView();
-  const QFontMetrics metrics(items->font());
-  const QSize icon = items->iconSize();
-  items->setGridSize(QSize(metrics.averageCharWidth() * 28 + icon.width(), std::max(metrics.height(), icon.height()) + 6));
-}
-
 void BrowserWindow::FitNewColumns() {
   // The control's default widths are made for short dates and names;
   // "Modified" and "Type" would mostly show "...". A column is widened to
@@ -227,7 +211,6 @@ void BrowserWindow::start(const QString& path, std::optional<ViewStyle> view) {
     viewer_->applySettings();
   }
   SyncControls();
-  SizeListCells();
 }
 
 void BrowserWindow::saveSettings() {

@@ -74,7 +74,6 @@ class BrowserWindow : public QMainWindow {
   void SyncControls();
   void ApplyPattern();
   void FitNewColumns();
-  void SizeListCells();
 
   std::shared_ptr<qt::QtLinuxPlatform> platform_;
   QSettings* settings_;

@@ -72,6 +72,11 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, c
   }
 }
 
+QSize RowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+  if (option.widget && option.widget == itemsView && itemsCell.isValid()) return itemsCell;
+  return QStyledItemDelegate::sizeHint(option, index);
+}
+
 QRect RowDelegate::CheckRect(const QStyleOptionViewItem& option, const QModelIndex& index) const {
   QStyleOptionViewItem opt(option);
   initStyleOption(&opt, index);
@@ -120,6 +125,7 @@ void FileViewerWidgetPrivate::Build() {
 
   report = new ReportView(*this, &q);
   items = new ItemsView(*this, &q);
+  delegate->itemsView = items;
   for (QAbstractItemView* view : {static_cast<QAbstractItemView*>(report), static_cast<QAbstractItemView*>(items)}) {
     view->setModel(model);
     view->setSelectionModel(selection);
@@ -292,8 +298,14 @@ void FileViewerWidgetPrivate::ApplyViewStyle() {
     const int small = q.style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, items);
     const int large = q.style()->pixelMetric(QStyle::PM_LargeIconSize, nullptr, items);
     items->setIconSize(QSize(style == FvIcon ? large : small, style == FvIcon ? large : small));
-    items->setGridSize(style == FvIcon ? QSize(large * 3, large * 2 + q.fontMetrics().height() * 2) : QSize());
-    items->setSpacing(style == FvIcon ? 0 : 2);
+    // Icons get two lines of wrapped text; a list cell holds about 28
+    // characters, as desktop file managers show them.
+    const QFontMetrics metrics(items->font());
+    const QSize grid = style == FvIcon ? QSize(large * 3, large + 8 + metrics.height() * 2)
+                                       : QSize(metrics.averageCharWidth() * 28 + small + 8, std::max(metrics.height(), small) + 6);
+    items->setGridSize(grid);
+    delegate->itemsCell = grid - QSize(4, 2);
+    items->setSpacing(0);
     items->setMovement(QListView::Static);
     stack->setCurrentWidget(items);
     q.setFocusProxy(items);

@@ -36,8 +36,14 @@ class RowDelegate : public QStyledItemDelegate {
   // row); the keyboard's Space still toggles through here.
   bool editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;
+  // The items view lays out every row at one size (uniform item sizes keep
+  // huge folders fast) and would take it from the first row, mostly "..",
+  // eliding every longer name: it gets this fixed cell size instead.
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
   bool gridLines = false;
   bool fullRow = true;
+  const QWidget* itemsView = nullptr;
+  QSize itemsCell;
 };
 
 // The report's header remembers the modifiers of the click, so that a
