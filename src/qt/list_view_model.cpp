@@ -150,8 +150,11 @@ std::shared_ptr<NxFileListItem> ListViewModel::ItemOfRow(int row) const {
   const std::string key = RowKey(row);
   auto items = viewer_.Items();
   if (key.empty() || !items) return nullptr;
+  // The go-up row has an item in the collection, but it stands for no file:
+  // dragging or copying it would take the parent folder.
+  if (viewer_.ListView1().Row(static_cast<size_t>(row)).Text() == "..") return nullptr;
   try {
-    // The collection raises for a key it does not hold (the go-up row).
+    // The collection raises for a key it does not hold.
     return items->Item(Variant(key));
   } catch (...) {
     return nullptr;
