@@ -148,6 +148,23 @@ TEST(ListCommandArchiveTest, AValidArchiveThatCannotBeShownIsToldOnce) {
   }
 }
 
+// 77 bytes: one central header whose name length (65,535) runs past the file,
+// and an end record claiming 32,767 entries. The command finishes with a
+// few lines of report, not one per entry, and no runaway memory.
+TEST_F(ListCommandTest, ATinyArchiveClaimingEveryEntryListsQuietly) {
+  std::string zip("PK\x01\x02", 4);
+  zip += std::string(24, '\0') + "\xff\xff" + std::string(16, '\0') + "abcdefghi";
+  zip += std::string("PK\x05\x06\0\0\0\0\xff\x7f\xff\x7f\x37\0\0\0\0\0\0\0\0\0", 22);
+  ASSERT_EQ(zip.size(), 77u);
+  std::ofstream(dir + "/h.zip", std::ios::binary) << zip;
+  ::testing::internal::CaptureStderr();
+  EXPECT_EQ(Run({dir + "/h.zip"}), 0);
+  platform.MessageBoxHandler().FlushRepeats();
+  const std::string boxes = ::testing::internal::GetCapturedStderr();
+  EXPECT_NE(boxes.find("cArchive.GetZip"), std::string::npos) << boxes;
+  EXPECT_LT(boxes.size(), 500u) << boxes;
+}
+
 TEST(JsonTextTest, StringsNumbersAndVariants) {
   struct Case { Variant value; const char* json; } cases[] = {
       {Variant(), "null"},
