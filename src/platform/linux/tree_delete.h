@@ -15,6 +15,7 @@
 
 #include <cstdint>
 #include <ctime>
+#include <functional>
 #include <string>
 #include <unordered_map>
 
