@@ -2,6 +2,7 @@
 
 #include "nxfv/control/host_boundary.h"
 #include "nxfv/control/navigation.h"
+#include "nxfv/platform/free_name.h"
 #include "nxfv/shell/path_text.h"
 
 namespace nxfv {
@@ -11,14 +12,6 @@ constexpr const char* kNoSources = "No source files specified file operation";
 constexpr int32_t kNoticeStyle = 48;  // OK + exclamation
 
 bool IsSeparator(char c) { return c == '\\' || c == '/'; }
-
-// "report.txt" -> "report (2).txt"; a leading dot starts no extension.
-std::string NumberedName(const std::string& name, int n) {
-  const size_t dot = name.find_last_of('.');
-  const std::string suffix = " (" + std::to_string(n) + ")";
-  if (dot == std::string::npos || dot == 0) return name + suffix;
-  return name.substr(0, dot) + suffix + name.substr(dot);
-}
 
 std::string NameOf(const std::string& path) {
   std::string p = path;
@@ -215,7 +208,9 @@ int32_t NxFileoperation::PasteAsShortcut(const std::string& DestDir) {
       std::string link = folder + name;
       // A free name in the desktop's style; the link call itself refuses a
       // name taken meanwhile, so nothing is ever replaced.
-      for (int n = 2; files.GetAttributes(link, attributes) && n < 10000; ++n) link = folder + NumberedName(name, n);
+      const bool toFolder = files.GetAttributes(target, attributes) && (attributes & kAttrDirectory);
+      for (uint32_t n = 2; files.GetAttributes(link, attributes) && n < 10000; ++n)
+        link = folder + NumberedName(name, toFolder, n);
       if (!files.CreateLink(target, link)) {
         platform_.MessageBox().Show("Cannot create a link to \"" + target + "\" in \"" + DestDir + "\".", kNoticeStyle,
                                     ".PasteAsShortcut");

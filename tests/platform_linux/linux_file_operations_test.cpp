@@ -9,7 +9,7 @@
 #include <cerrno>
 
 #include "file_ops_fixture.h"
-#include "nxfv/platform/linux/free_name.h"
+#include "nxfv/platform/free_name.h"
 #include "nxfv/platform/linux/trash.h"
 
 namespace nxfv::testing {

@@ -16,7 +16,7 @@
 #include "nxfv/platform/linux/file_copy.h"
 #include "nxfv/platform/linux/file_name_escape.h"
 #include "nxfv/platform/linux/file_op_context.h"
-#include "nxfv/platform/linux/free_name.h"
+#include "nxfv/platform/free_name.h"
 #include "nxfv/platform/linux/trash.h"
 #include "nxfv/platform/linux/tree_delete.h"
 

@@ -11,7 +11,7 @@
 
 #include <cstring>
 
-#include "nxfv/platform/linux/free_name.h"
+#include "nxfv/platform/free_name.h"
 
 namespace nxfv {
 

@@ -1,4 +1,4 @@
-#include "nxfv/platform/linux/free_name.h"
+#include "nxfv/platform/free_name.h"
 
 #include <array>
 
