@@ -31,19 +31,26 @@ void ArchiveRows::Add(const ArchiveEntry& entry) {
   RunReported(core_.platform, ".ArchiveFileFound", [&] { AddUnguarded(entry); });
 }
 
-std::string ArchiveRows::TypeOf(const std::string& fileName, const std::string& ext) {
-  if (ext.empty()) return {};
+const std::string& ArchiveRows::TypeOf(const std::string& fileName, const std::string& ext) {
+  static const std::string kNone;
+  if (ext.empty()) return kNone;
+  // A kind seen before needs no probe path: most archives hold few kinds.
+  if (const TypeCacheEntry* known = core_.fileTypes.Cache().Find(ext)) {
+    core_.archiveIconIndex = known->iconIndex;
+    return known->typeName;
+  }
   // The type and icon of a file of this kind, as a probe file in the
   // temporary folder would show them; no file is created.
   Platform& p = core_.platform;
   const std::string probe = AddSeparator(p, p.Files().TempPath()) + "~" + fileName;
-  return core_.fileTypes.GetFileType(ext, probe, core_.archiveIconIndex, true);
+  typeOfNew_ = core_.fileTypes.GetFileType(ext, probe, core_.archiveIconIndex, true);
+  return typeOfNew_;
 }
 
 void ArchiveRows::AddUnguarded(const ArchiveEntry& e) {
   if (e.Index == e.Total) core_.currentArchiveExt = e.ArchiveExt;
   const std::string ext = core_.fileTypes.GetExt(e.FileName);
-  const std::string type = TypeOf(e.FileName, ext);
+  const std::string& type = TypeOf(e.FileName, ext);
   const NumericSeparators numeric{formats_.thousandsSeparator, formats_.decimalSeparator};
   const std::string rowKey = e.Path + (IsNumericText(e.FileName, numeric) ? e.FileName + "##$$" : e.FileName);
   // The same folder and name twice: the user is told which entry it is.

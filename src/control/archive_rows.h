@@ -42,7 +42,9 @@ class ArchiveRows {
   enum Column { kExt, kSiz, kTyp, kMod, kTim, kCmp, kRat, kCre, kAcc, kMtd, kEnc, kCrc, kSig, kPth, kCom, kAtr,
                 kUserd1, kUserd2, kColumnCount };
   void AddUnguarded(const ArchiveEntry& entry);
-  std::string TypeOf(const std::string& fileName, const std::string& ext);
+  // The type name (valid until the next call) and, through the shared row
+  // record, the icon of an entry of this kind.
+  const std::string& TypeOf(const std::string& fileName, const std::string& ext);
   void FillTexts(NxFileListItem& item, const ArchiveEntry& entry, const std::string& ext, const std::string& type);
   void AskUserData(NxFileListItem& item, const std::shared_ptr<NxFileListItem>& ref, ListRow& row);
   void Put(Column column, std::string text) { texts_.Put(slots_[column], std::move(text)); }
@@ -51,6 +53,7 @@ class ArchiveRows {
   const LocaleFormats& formats_;
   std::vector<int32_t> slots_;
   RowTexts texts_;
+  std::string typeOfNew_;  // the type name of a kind met for the first time
 };
 
 }  // namespace nxfv
