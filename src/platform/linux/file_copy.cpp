@@ -326,31 +326,14 @@ int CopyFolder(int in, const struct stat& st, int dstDir, const std::string& nam
   // Inside a folder the copy made, nothing should be in the way; inside a
   // merge the user agreed to replace what is.
   const Existing inner = created ? Existing::Refuse : Existing::Replace;
-  int first = 0;
   std::string childSrc;
   std::string childDst;
-  for (;;) {
-    errno = 0;
-    const dirent* e = readdir(dir);
-    if (e == nullptr) {
-      if (errno != 0 && first == 0) {
-        first = errno;
-        ctx.Fail(kVerb, srcRaw, errno);
-      }
-      break;
-    }
-    if (e->d_name[0] == '.' && (e->d_name[1] == '\0' || (e->d_name[1] == '.' && e->d_name[2] == '\0'))) continue;
-    childSrc.assign(srcRaw).append("/").append(e->d_name);
-    childDst.assign(dstRaw).append("/").append(e->d_name);
-    const int r = CopyIn(dirfd(dir), e->d_name, childSrc, e->d_type, out.fd, outSt.st_dev, e->d_name, childDst,
-                         inner, false, job);
-    if (r == ECANCELED) {
-      first = r;
-      break;
-    }
-    if (first == 0) first = r;
-  }
-  closedir(dir);
+  int first = ForEachChild(dir, kVerb, srcRaw, ctx, [&](const dirent& e) {
+    childSrc.assign(srcRaw).append("/").append(e.d_name);
+    childDst.assign(dstRaw).append("/").append(e.d_name);
+    return CopyIn(dirfd(dir), e.d_name, childSrc, e.d_type, out.fd, outSt.st_dev, e.d_name, childDst, inner, false,
+                  job);
+  });
   if (created) {
     // Last, so that filling the folder does not change its times, and a
     // read-only folder could be filled.

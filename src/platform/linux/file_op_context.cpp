@@ -1,5 +1,7 @@
 #include "nxfv/platform/linux/file_op_context.h"
 
+#include <cerrno>
+
 #include <errno.h>
 #include <string.h>
 #include <time.h>
@@ -94,6 +96,31 @@ void FileOpContext::Fail(const char* verb, const std::string& rawPath, const std
 std::vector<char>& FileOpContext::Buffer() {
   if (buffer_.empty()) buffer_.resize(kBufferSize);
   return buffer_;
+}
+
+int ForEachChild(DIR* dir, const char* verb, const std::string& rawPath, FileOpContext& ctx,
+                 const std::function<int(const dirent& entry)>& visit) {
+  int first = 0;
+  for (;;) {
+    errno = 0;
+    const dirent* e = readdir(dir);
+    if (e == nullptr) {
+      if (errno != 0 && first == 0) {
+        first = errno;
+        ctx.Fail(verb, rawPath, errno);
+      }
+      break;
+    }
+    if (e->d_name[0] == '.' && (e->d_name[1] == '\0' || (e->d_name[1] == '.' && e->d_name[2] == '\0'))) continue;
+    const int r = visit(*e);
+    if (r == ECANCELED) {
+      first = r;
+      break;
+    }
+    if (first == 0) first = r;
+  }
+  closedir(dir);
+  return first;
 }
 
 }  // namespace nxfv

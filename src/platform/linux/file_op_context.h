@@ -20,9 +20,11 @@
 // true and every loop stops at its next check.
 #pragma once
 
+#include <dirent.h>
 #include <sys/types.h>
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -106,5 +108,13 @@ class FileOpContext {
   int32_t firstError_ = 0;
   std::vector<char> buffer_;
 };
+
+// Walks the entries of an open folder, "." and ".." left out, and closes it.
+// visit gets each entry and answers 0 or an error; the walk stops at once on
+// ECANCELED. A failing read is reported (verb, rawPath) and ends the walk.
+// Returns 0, ECANCELED, or the first failure; the others are reported by
+// whoever met them.
+int ForEachChild(DIR* dir, const char* verb, const std::string& rawPath, FileOpContext& ctx,
+                 const std::function<int(const dirent& entry)>& visit);
 
 }  // namespace nxfv

@@ -85,28 +85,11 @@ int RemoveFolder(int parentFd, const char* name, const std::string& rawPath, dev
     ctx.Fail(kVerb, rawPath, err);
     return err;
   }
-  int first = 0;
   std::string child;
-  for (;;) {
-    errno = 0;
-    const dirent* e = readdir(dir);
-    if (e == nullptr) {
-      if (errno != 0 && first == 0) {
-        first = errno;
-        ctx.Fail(kVerb, rawPath, errno);
-      }
-      break;
-    }
-    if (e->d_name[0] == '.' && (e->d_name[1] == '\0' || (e->d_name[1] == '.' && e->d_name[2] == '\0'))) continue;
-    child.assign(rawPath).append("/").append(e->d_name);
-    const int r = Remove(dirfd(dir), e->d_name, child, e->d_type == DT_DIR, st.st_dev, ctx, only);
-    if (r == ECANCELED) {
-      closedir(dir);
-      return r;
-    }
-    if (first == 0) first = r;
-  }
-  closedir(dir);
+  const int first = ForEachChild(dir, kVerb, rawPath, ctx, [&](const dirent& e) {
+    child.assign(rawPath).append("/").append(e.d_name);
+    return Remove(dirfd(dir), e.d_name, child, e.d_type == DT_DIR, st.st_dev, ctx, only);
+  });
   if (first != 0) return first;  // what is left stays; the failures said why
   if (unlinkat(parentFd, name, AT_REMOVEDIR) != 0) {
     const int err = errno;
