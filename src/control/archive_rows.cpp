@@ -57,22 +57,25 @@ void ArchiveRows::AddUnguarded(const ArchiveEntry& e) {
   if (core_.listView.FindRow(rowKey))
     RaiseError(kErrKeyNotUnique,
                "Key is not unique in collection: the archive holds \"" + e.Path + e.FileName + "\" more than once");
-  ListRow& row = core_.listView.AddRow(rowKey, e.FileName);
 
   auto item = NxFileListItem::Create();
-  NxFileListItem::Internal::SetKey(*item, e.FileName);
   item->setFileName(e.FileName);
+  NxFileListItem::Internal::SetKey(*item, e.FileName);
   item->setDisplayname(e.FileName);
-  NxFileListItem::Internal::SetOwner(*item, core_.items);
-  item->setExtension(ext);
+  // The owner, folder, extension and type, shared by the entries of one
+  // folder and kind.
+  NxFileListItem::Internal::ShareCommon(*item, CommonModel(e.Path, ext, type));
   item->setAttributes(0);
   NxFileListItem::Internal::SetListed(*item, false);
   item->setListItemTyp(ext.empty() ? typeoffitem::Folder : typeoffitem::file);
-  item->setPath(AddBackslash(e.Path));
-  row.SetImage(core_.archiveIconIndex);
   FillTexts(*item, e, ext, type);
+  // The row's block is allocated once: its own text, the columns, the sort
+  // key and the user data to come.
+  const size_t spare = core_.sort.KeyBytes() + 40;
+  ListRow& row = core_.listView.AddRow(rowKey, e.FileName, texts_.Bytes(spare) + e.FileName.size() + 6);
+  row.SetImage(core_.archiveIconIndex);
   row.SetTag(e.Index);
-  texts_.WriteTo(row, core_.sort.KeyBytes() + 40);  // the sort key and the user data to come
+  texts_.WriteTo(row, spare);
   NxFileCollection::Internal(*core_.items).Add(Variant(item), rowKey, COLLECTION_ADD_OPTIONS::EndOfCollection);
   AskUserData(*item, item, row);
 }
@@ -84,22 +87,24 @@ void ArchiveRows::FillTexts(NxFileListItem& item, const ArchiveEntry& e, const s
   Put(kSiz, GroupedNumberText(formats_, e.Size));
   item.setFileSize(e.Size);
   Put(kTyp, type);
-  item.setFileTyp(type);
-  const std::string date = DateText(formats_, e.Modified);
-  Put(kMod, date);
-  item.setDateModified(Variant(date));
-  const std::string time = TimeText(formats_, e.Modified);
-  Put(kTim, time);
-  item.setTimeModified(Variant(time));
+  if (e.Modified != stampOf_) {
+    dateText_ = DateText(formats_, e.Modified);
+    timeText_ = TimeText(formats_, e.Modified);
+    stampText_ = DateTimeText(formats_, e.Modified);
+    stampOf_ = e.Modified;
+  }
+  Put(kMod, dateText_);
+  item.setDateModified(date_.For(dateText_));
+  Put(kTim, timeText_);
+  item.setTimeModified(time_.For(timeText_));
   Put(kCmp, GroupedNumberText(formats_, e.CompSize));
   NxFileListItem::Internal::SetCompressedSize(item, e.CompSize);
   NxFileListItem::Internal::SetIsInArchive(item, true);
   const std::string ratio = RatioText(formats_, CompressionRatio(e.Size, e.CompSize));
   Put(kRat, ratio);
-  NxFileListItem::Internal::SetRatio(item, ratio);
-  const std::string stamp = DateTimeText(formats_, e.Modified);
-  Put(kCre, stamp);
-  Put(kAcc, stamp);
+  NxFileListItem::Internal::SetRatio(item, ratio_.For(ratio));
+  Put(kCre, stampText_);
+  Put(kAcc, stampText_);
   const ArchiveMethod method = ArchiveMethodOf(e.ArchiveExt, e.Method, e.flags);
   Put(kMtd, method.name);
   Put(kEnc, method.encrypted ? "True" : "False");
@@ -108,12 +113,26 @@ void ArchiveRows::FillTexts(NxFileListItem& item, const ArchiveEntry& e, const s
   Put(kCrc, crc);
   NxFileListItem::Internal::SetHexCRC(item, crc);
   Put(kSig, "na");
-  NxFileListItem::Internal::SetSignature(item, "na");
+  static const SharedText kNoSignature("na");
+  NxFileListItem::Internal::SetSignature(item, kNoSignature);
   Put(kPth, e.Path);
   Put(kCom, e.Comments);
-  NxFileListItem::Internal::SetComments(item, e.Comments);
+  NxFileListItem::Internal::SetComments(item, comments_.For(e.Comments));
   Put(kAtr, GetAttrString(static_cast<uint32_t>(e.Attr)));
   item.setAttributes(e.Attr);
+}
+
+const NxFileListItem& ArchiveRows::CommonModel(const std::string& path, const std::string& ext,
+                                              const std::string& type) {
+  std::shared_ptr<NxFileListItem>& model = commonModels_[path + '/' + ext];
+  if (!model) {
+    model = NxFileListItem::Create();
+    NxFileListItem::Internal::SetOwner(*model, core_.items);
+    model->setPath(AddBackslash(path));
+    model->setExtension(ext);
+    model->setFileTyp(type);
+  }
+  return *model;
 }
 
 void ArchiveRows::AskUserData(NxFileListItem& item, const std::shared_ptr<NxFileListItem>& ref, ListRow& row) {

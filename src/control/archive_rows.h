@@ -3,7 +3,9 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "nxfv/control/row_texts.h"
@@ -47,13 +49,44 @@ class ArchiveRows {
   const std::string& TypeOf(const std::string& fileName, const std::string& ext);
   void FillTexts(NxFileListItem& item, const ArchiveEntry& entry, const std::string& ext, const std::string& type);
   void AskUserData(NxFileListItem& item, const std::shared_ptr<NxFileListItem>& ref, ListRow& row);
-  void Put(Column column, std::string text) { texts_.Put(slots_[column], std::move(text)); }
+  // An item holding the owner, folder, extension and type that the entries
+  // of one folder and kind share.
+  const NxFileListItem& CommonModel(const std::string& path, const std::string& ext, const std::string& type);
+
+  // The last text given, as one shared block: consecutive entries mostly
+  // have the same date, ratio or comment, and share it instead of each
+  // holding a copy.
+  template <class Shared>
+  class LastText {
+   public:
+    const Shared& For(std::string_view text) {
+      if (!filled_ || text != last_) {
+        last_.assign(text);
+        shared_ = Shared(std::string(text));
+        filled_ = true;
+      }
+      return shared_;
+    }
+
+   private:
+    std::string last_;
+    Shared shared_;
+    bool filled_ = false;
+  };
+  void Put(Column column, std::string_view text) { texts_.Put(slots_[column], text); }
 
   ViewerCore& core_;
   const LocaleFormats& formats_;
   std::vector<int32_t> slots_;
   RowTexts texts_;
   std::string typeOfNew_;  // the type name of a kind met for the first time
+  std::unordered_map<std::string, std::shared_ptr<NxFileListItem>> commonModels_;
+  LastText<Variant> date_, time_;
+  LastText<SharedText> ratio_, comments_;
+  // The date texts of the last time stamp: the entries an archiving tool
+  // writes in one go mostly share their (two-second) time stamps.
+  double stampOf_ = -1;
+  std::string dateText_, timeText_, stampText_;
 };
 
 }  // namespace nxfv

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "nxfv/platform/list_view.h"
@@ -17,13 +18,24 @@ namespace nxfv {
 class RowTexts {
  public:
   // Texts for slot 0 or below (a column that is not shown) are dropped.
-  void Put(int32_t slot, std::string text) {
-    if (slot > 0 && count_ < texts_.size()) texts_[count_++] = {slot, std::move(text)};
+  // The texts are copied into buffers kept from row to row, so that a
+  // listing does not allocate for every long text of every row.
+  void Put(int32_t slot, std::string_view text) {
+    if (slot <= 0 || count_ >= texts_.size()) return;
+    texts_[count_].first = slot;
+    texts_[count_].second.assign(text);
+    ++count_;
   }
   // Drops texts a failed row left behind.
   void Clear() {
     for (size_t i = 0; i < count_; ++i) texts_[i].second.clear();
     count_ = 0;
+  }
+  // The bytes the texts take in a row, plus spare.
+  size_t Bytes(size_t spare) const {
+    size_t bytes = spare;
+    for (size_t i = 0; i < count_; ++i) bytes += texts_[i].second.size() + 2;
+    return bytes;
   }
   // Writes the texts in column order, with room for spare more bytes.
   void WriteTo(ListRow& row, size_t spare) {
@@ -32,9 +44,7 @@ class RowTexts {
     for (size_t i = 0; i < count_; ++i) order[i] = static_cast<uint8_t>(i);
     std::sort(order.begin(), order.begin() + static_cast<std::ptrdiff_t>(count_),
               [&](uint8_t a, uint8_t b) { return texts_[a].first < texts_[b].first; });
-    size_t bytes = spare;
-    for (size_t i = 0; i < count_; ++i) bytes += texts_[i].second.size() + 2;
-    row.ReserveTexts(bytes);
+    row.ReserveTexts(Bytes(spare));
     for (size_t i = 0; i < count_; ++i) row.SetSubItem(texts_[order[i]].first, texts_[order[i]].second);
     count_ = 0;
   }

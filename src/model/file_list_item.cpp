@@ -7,7 +7,7 @@
 namespace nxfv {
 
 void NxFileListItem::Raise(eventbefs mybef, Variant& itemvalue, Variant& Parameter, bool& operationok) {
-  auto listener = extras_ ? extras_->listener.lock() : nullptr;
+  auto listener = RareOrNull() ? RareOrNull()->listener.lock() : nullptr;
   if (!listener) return;
   std::shared_ptr<NxFileListItem> self = weak_from_this().lock();
   try {
@@ -53,6 +53,14 @@ void NxFileListItem::setChecked(bool v) {
 
 NxFileListItem::~NxFileListItem() { ReleaseCommon(common_); }
 
+AInfo NxFileListItem::ArchivInfo() const {
+  if (!extras_) return AInfo{};
+  const ArchiveRecord& r = extras_->archive;
+  return AInfo{r.inArchive,    r.archiveExt.str(), r.uncompressed, r.compressed, r.ratio.str(),
+               r.hexCRC.str(), r.flags,            r.crc,          r.encoded,    r.method.str(),
+               r.subPath.str(), r.comments.str(),  r.signature.str()};
+}
+
 NxFileListItem::Common& NxFileListItem::OwnCommon() {
   if (common_ && common_->refs.load(std::memory_order_acquire) == 1) return *common_;
   auto* own = new Common;
@@ -86,13 +94,13 @@ Variant NxFileListItem::DosName() const {
     Platform* mapper = common_ ? common_->caseMapper.get() : nullptr;
     return Variant(mapper ? mapper->Locale().CharUpper(name) : std::move(name));
   }
-  return extras_ ? extras_->dosName : Variant();
+  return RareOrNull() ? RareOrNull()->dosName : Variant();
 }
 
 void NxFileListItem::setDosName(Variant v) {
   dosFromName_ = false;
-  if (!extras_ && v.IsEmpty()) return;
-  MakeExtras().dosName = std::move(v);
+  if (!RareOrNull() && v.IsEmpty()) return;
+  MakeRare().dosName = std::move(v);
 }
 
 void NxFileListItem::FreezeDosName() {
@@ -101,7 +109,7 @@ void NxFileListItem::FreezeDosName() {
 
 void NxFileListItem::Internal::DosNameFromName(NxFileListItem& item) {
   item.dosFromName_ = true;
-  if (item.extras_) item.extras_->dosName = Variant();
+  if (Rare* rare = item.RareOrNull()) rare->dosName = Variant();
 }
 
 const std::string& NxFileListItem::EmptyText() {
@@ -111,11 +119,11 @@ const std::string& NxFileListItem::EmptyText() {
 
 void NxFileListItem::DetachFromName() {
   if (keyIsName_) {
-    if (!fileName_.empty()) MakeExtras().key = fileName_.str();
+    if (!fileName_.empty()) MakeRare().key = fileName_.str();
     keyIsName_ = false;
   }
   if (displayIsName_) {
-    if (!fileName_.empty()) MakeExtras().displayname = fileName_.str();
+    if (!fileName_.empty()) MakeRare().displayname = fileName_.str();
     displayIsName_ = false;
   }
 }
@@ -133,35 +141,35 @@ void NxFileListItem::Internal::ShareFileName(NxFileListItem& item, SharedText na
 
 void NxFileListItem::setDisplayname(std::string_view v) {
   displayIsName_ = !v.empty() && v == fileName_.view();
-  if (displayIsName_ || (v.empty() && !extras_)) {
-    if (extras_) extras_->displayname.clear();
+  if (displayIsName_ || (v.empty() && !RareOrNull())) {
+    if (Rare* rare = RareOrNull()) rare->displayname.clear();
   } else {
-    MakeExtras().displayname = std::string(v);
+    MakeRare().displayname = std::string(v);
   }
 }
 
 void NxFileListItem::setUserDataA(std::string v) {
-  if (!extras_ && v.empty()) return;
-  MakeExtras().userDataA = std::move(v);
+  if (!RareOrNull() && v.empty()) return;
+  MakeRare().userDataA = std::move(v);
 }
 
 void NxFileListItem::setUserDataB(std::string v) {
-  if (!extras_ && v.empty()) return;
-  MakeExtras().userDataB = std::move(v);
+  if (!RareOrNull() && v.empty()) return;
+  MakeRare().userDataB = std::move(v);
 }
 
 void NxFileListItem::Internal::SetKey(NxFileListItem& item, std::string_view key) {
   item.keyIsName_ = !key.empty() && key == item.fileName_.view();
-  if (item.keyIsName_ || (key.empty() && !item.extras_)) {
-    if (item.extras_) item.extras_->key.clear();
+  if (item.keyIsName_ || (key.empty() && !item.RareOrNull())) {
+    if (Rare* rare = item.RareOrNull()) rare->key.clear();
   } else {
-    item.MakeExtras().key = std::string(key);
+    item.MakeRare().key = std::string(key);
   }
 }
 
 bool NxFileListItem::ExecuteShellCommand(ItemFileCommands ShellCommand, Variant& Parameter) {
   // Commands are not run on virtual folders or on entries inside archives.
-  if (listItemTyp_ == typeoffitem::VirtualFolder || (extras_ && extras_->archivInfo.IsInArchive)) return false;
+  if (listItemTyp_ == typeoffitem::VirtualFolder || IsInArchive()) return false;
   Variant itemvalue(static_cast<int32_t>(ShellCommand));
   bool ok = false;
   Raise(eventbefs::doexebef, itemvalue, Parameter, ok);

@@ -113,14 +113,16 @@ class NxFileListItem : public Object, public std::enable_shared_from_this<NxFile
 
   // The one listener; held without keeping it alive. Pointing it elsewhere
   // (or at nothing) silently drops the previous one.
-  void SetListener(std::weak_ptr<NxFileListItemEvents> listener) { MakeExtras().listener = std::move(listener); }
+  void SetListener(std::weak_ptr<NxFileListItemEvents> listener) { MakeRare().listener = std::move(listener); }
   // A listener is only lent to one item at a time (the control's current
   // one): an item that held nothing else gives its extras back, so a listing
   // with a listening host costs no extra block per row.
   void ClearListener() {
-    if (!extras_) return;
-    extras_->listener.reset();
-    if (extras_->HoldsNothing()) extras_.reset();
+    if (Rare* rare = RareOrNull()) {
+      rare->listener.reset();
+      if (rare->HoldsNothing()) extras_->rare.reset();
+    }
+    if (extras_ && extras_->HoldsNothing()) extras_.reset();
   }
 
   typeoffitem ListItemTyp() const { return listItemTyp_; }
@@ -134,12 +136,12 @@ class NxFileListItem : public Object, public std::enable_shared_from_this<NxFile
   void setSelected(bool v);
 
   std::string_view Displayname() const {
-    return displayIsName_ ? fileName_.view() : extras_ ? std::string_view(extras_->displayname) : std::string_view();
+    return displayIsName_ ? fileName_.view() : RareOrNull() ? std::string_view(RareOrNull()->displayname) : std::string_view();
   }
   void setDisplayname(std::string_view v);
-  const std::string& UserDataA() const { return extras_ ? extras_->userDataA : EmptyText(); }
+  const std::string& UserDataA() const { return RareOrNull() ? RareOrNull()->userDataA : EmptyText(); }
   void setUserDataA(std::string v);
-  const std::string& UserDataB() const { return extras_ ? extras_->userDataB : EmptyText(); }
+  const std::string& UserDataB() const { return RareOrNull() ? RareOrNull()->userDataB : EmptyText(); }
   void setUserDataB(std::string v);
 
   bool Checked() const { return checked_; }
@@ -177,10 +179,11 @@ class NxFileListItem : public Object, public std::enable_shared_from_this<NxFile
   void setPath(std::string_view v) { OwnCommon().path = SharedText(v); }
 
   std::string_view Key() const {
-    return keyIsName_ ? fileName_.view() : extras_ ? std::string_view(extras_->key) : std::string_view();
+    return keyIsName_ ? fileName_.view() : RareOrNull() ? std::string_view(RareOrNull()->key) : std::string_view();
   }
   // Always a copy.
-  AInfo ArchivInfo() const { return extras_ ? extras_->archivInfo : AInfo{}; }
+  AInfo ArchivInfo() const;
+  bool IsInArchive() const { return extras_ && extras_->archive.inArchive; }
 
   std::string_view FileName() const { return fileName_; }
   // Stores the name; unless the name-fixed mark is set, sets the
@@ -238,26 +241,52 @@ class NxFileListItem : public Object, public std::enable_shared_from_this<NxFile
   Variant DateField(int slot) const;
   void SetDateField(int slot, Variant v);
   DateKind DateKindOf(int slot) const { return static_cast<DateKind>((dateKinds_ >> (2 * slot)) & 3u); }
-  struct Extras {
-    AInfo archivInfo;
+  // An archive entry's record. Its texts are shared blocks: the archive's
+  // extension, the method and the signature are the same for most entries
+  // of an archive, and 32,767 entries with seven strings each would
+  // otherwise cost more than the rest of the item.
+  struct ArchiveRecord {
+    SharedText archiveExt, ratio, hexCRC, method, subPath, comments, signature;
+    int32_t uncompressed = 0, compressed = 0, flags = 0, crc = 0, encoded = 0;
+    bool inArchive = false;
+    bool operator==(const ArchiveRecord&) const = default;
+  };
+  // What only some items hold: user data, a key or display name of their
+  // own, a listener, an 8.3 name that is not the name in capitals.
+  struct Rare {
     std::string userDataA, userDataB;
     std::string key;          // when !keyIsName_
     std::string displayname;  // when !displayIsName_
     std::weak_ptr<NxFileListItemEvents> listener;
-    Variant otherDates[kDateSlots];  // date fields holding something else than a date
-    Variant dosName;                 // unless dosFromName_
+    Variant dosName;  // unless dosFromName_
     int32_t spareNumber = 0;
     int32_t driveTag = 0;
     bool HoldsNothing() const {
+      return listener.expired() && userDataA.empty() && userDataB.empty() && key.empty() && displayname.empty() &&
+             dosName.IsEmpty() && spareNumber == 0 && driveTag == 0;
+    }
+  };
+  // Archive entries hold a record and text dates, and nothing rare: they get
+  // one small block, and the rare fields a second one only when needed.
+  struct Extras {
+    ArchiveRecord archive;
+    Variant otherDates[kDateSlots];  // date fields holding something else than a date
+    std::unique_ptr<Rare> rare;
+    bool HoldsNothing() const {
       for (const Variant& d : otherDates)
         if (!d.IsEmpty()) return false;
-      return listener.expired() && userDataA.empty() && userDataB.empty() && key.empty() && displayname.empty() &&
-             dosName.IsEmpty() && spareNumber == 0 && driveTag == 0 && archivInfo == AInfo{};
+      return !rare && archive == ArchiveRecord{};
     }
   };
   Extras& MakeExtras() {
     if (!extras_) extras_ = std::make_unique<Extras>();
     return *extras_;
+  }
+  Rare* RareOrNull() const { return extras_ ? extras_->rare.get() : nullptr; }
+  Rare& MakeRare() {
+    Extras& e = MakeExtras();
+    if (!e.rare) e.rare = std::make_unique<Rare>();
+    return *e.rare;
   }
   // Before the file name changes, texts that only followed it get their own copy.
   void DetachFromName();
@@ -332,35 +361,38 @@ class NxFileListItem::Internal {
   static void SetFoundInPass(NxFileListItem& item, bool v) { item.foundInPass_ = v; }
 
   // Kept with the extras: only drives and a few other items have them.
-  static int32_t DriveTag(const NxFileListItem& item) { return item.extras_ ? item.extras_->driveTag : 0; }
+  static int32_t DriveTag(const NxFileListItem& item) { return item.RareOrNull() ? item.RareOrNull()->driveTag : 0; }
   static void SetDriveTag(NxFileListItem& item, int32_t v) {
-    if (item.extras_ || v != 0) item.MakeExtras().driveTag = v;
+    if (item.RareOrNull() || v != 0) item.MakeRare().driveTag = v;
   }
-  static int32_t SpareNumber(const NxFileListItem& item) { return item.extras_ ? item.extras_->spareNumber : 0; }
+  static int32_t SpareNumber(const NxFileListItem& item) {
+    return item.RareOrNull() ? item.RareOrNull()->spareNumber : 0;
+  }
   static void SetSpareNumber(NxFileListItem& item, int32_t v) {
-    if (item.extras_ || v != 0) item.MakeExtras().spareNumber = v;
+    if (item.RareOrNull() || v != 0) item.MakeRare().spareNumber = v;
   }
   static bool NameFixed(const NxFileListItem& item) { return item.nameFixed_; }
   static void SetNameFixed(NxFileListItem& item, bool v) { item.nameFixed_ = v; }
   static bool NameChanged(const NxFileListItem& item) { return item.nameChanged_; }
   static void SetNameChanged(NxFileListItem& item, bool v) { item.nameChanged_ = v; }
 
-  // One setter per AInfo field.
-  static void SetIsInArchive(NxFileListItem& item, bool v) { Set(item, &AInfo::IsInArchive, v); }
-  static void SetArchiveExt(NxFileListItem& item, std::string v) { Set(item, &AInfo::ArchiveExt, std::move(v)); }
-  static void SetUncompressedSize(NxFileListItem& item, int32_t v) { Set(item, &AInfo::UncompressedSize, v); }
-  static void SetCompressedSize(NxFileListItem& item, int32_t v) { Set(item, &AInfo::CompressedSize, v); }
-  static void SetRatio(NxFileListItem& item, std::string v) { Set(item, &AInfo::Ratio, std::move(v)); }
-  static void SetHexCRC(NxFileListItem& item, std::string v) { Set(item, &AInfo::HexCRC, std::move(v)); }
-  static void SetFlags(NxFileListItem& item, int32_t v) { Set(item, &AInfo::flags, v); }
-  static void SetCRC(NxFileListItem& item, int32_t v) { Set(item, &AInfo::CRC, v); }
-  static void SetEncoded(NxFileListItem& item, int32_t v) { Set(item, &AInfo::Encoded, v); }
-  static void SetMethod(NxFileListItem& item, std::string v) { Set(item, &AInfo::Method, std::move(v)); }
-  static void SetArchiveSubPath(NxFileListItem& item, std::string v) {
-    Set(item, &AInfo::ArchiveSubPath, std::move(v));
+  // One setter per AInfo field. The texts are taken as shared blocks, so a
+  // caller that passes the same SharedText to many items stores it once.
+  static void SetIsInArchive(NxFileListItem& item, bool v) { Set(item, &ArchiveRecord::inArchive, v); }
+  static void SetArchiveExt(NxFileListItem& item, SharedText v) { Set(item, &ArchiveRecord::archiveExt, std::move(v)); }
+  static void SetUncompressedSize(NxFileListItem& item, int32_t v) { Set(item, &ArchiveRecord::uncompressed, v); }
+  static void SetCompressedSize(NxFileListItem& item, int32_t v) { Set(item, &ArchiveRecord::compressed, v); }
+  static void SetRatio(NxFileListItem& item, SharedText v) { Set(item, &ArchiveRecord::ratio, std::move(v)); }
+  static void SetHexCRC(NxFileListItem& item, SharedText v) { Set(item, &ArchiveRecord::hexCRC, std::move(v)); }
+  static void SetFlags(NxFileListItem& item, int32_t v) { Set(item, &ArchiveRecord::flags, v); }
+  static void SetCRC(NxFileListItem& item, int32_t v) { Set(item, &ArchiveRecord::crc, v); }
+  static void SetEncoded(NxFileListItem& item, int32_t v) { Set(item, &ArchiveRecord::encoded, v); }
+  static void SetMethod(NxFileListItem& item, SharedText v) { Set(item, &ArchiveRecord::method, std::move(v)); }
+  static void SetArchiveSubPath(NxFileListItem& item, SharedText v) {
+    Set(item, &ArchiveRecord::subPath, std::move(v));
   }
-  static void SetComments(NxFileListItem& item, std::string v) { Set(item, &AInfo::Comments, std::move(v)); }
-  static void SetSignature(NxFileListItem& item, std::string v) { Set(item, &AInfo::Signature, std::move(v)); }
+  static void SetComments(NxFileListItem& item, SharedText v) { Set(item, &ArchiveRecord::comments, std::move(v)); }
+  static void SetSignature(NxFileListItem& item, SharedText v) { Set(item, &ArchiveRecord::signature, std::move(v)); }
 
   // Stores the reference itself; the field's get returns it.
   static void StoreObject(NxFileListItem& item, ItemVariantField field, ObjectRef object);
@@ -373,10 +405,10 @@ class NxFileListItem::Internal {
  private:
   // Storing a default value into an item without archive record keeps it
   // without one (listings clear these fields on every ordinary item).
-  template <class T, class V>
-  static void Set(NxFileListItem& item, T AInfo::*field, V&& v) {
+  template <class T>
+  static void Set(NxFileListItem& item, T ArchiveRecord::*field, T v) {
     if (!item.extras_ && v == T{}) return;
-    item.MakeExtras().archivInfo.*field = std::forward<V>(v);
+    item.MakeExtras().archive.*field = std::move(v);
   }
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <climits>
 #include <cstring>
+#include <type_traits>
 
 #include "nxfv/platform/error_state.h"
 #include "nxfv/platform/numeric_text.h"
@@ -69,8 +70,12 @@ template <class Out>
 void AppendEntry(Out& out, int32_t index, std::string_view text) {
   char header[6];
   const size_t n = EntryHeader(static_cast<uint16_t>(index), static_cast<uint16_t>(text.size()), header);
-  out.append(std::string_view(header, n));
-  out.append(text);
+  if constexpr (std::is_same_v<Out, PackedTexts>) {
+    out.append(std::string_view(header, n), text);
+  } else {
+    out.append(header, n);
+    out.append(text);
+  }
 }
 // Characters of a text; ASCII (most texts) is counted by its length alone.
 size_t TextWidth(std::string_view text) {
@@ -154,15 +159,16 @@ void PackedTexts::reserve(size_t n) {
   capacity_ = static_cast<uint32_t>(n);
 }
 
-void PackedTexts::append(std::string_view bytes) {
+void PackedTexts::append(std::string_view first, std::string_view second) {
+  const size_t bytes = first.size() + second.size();
   // Rows get their texts in a few appends into a buffer mostly reserved at
   // its final size; an append past it (a sort key with accented letters)
   // grows by an eighth, not by double, as a million rows would carry the
   // slack to the end.
-  if (bytes.size() > capacity_ - size_)
-    reserve(std::max<size_t>(size_ + bytes.size(), size_t{capacity_} + capacity_ / 8));
-  if (!bytes.empty()) std::memcpy(data_.get() + size_, bytes.data(), bytes.size());
-  size_ += static_cast<uint32_t>(bytes.size());
+  if (bytes > capacity_ - size_) reserve(std::max<size_t>(size_ + bytes, size_t{capacity_} + capacity_ / 8));
+  if (!first.empty()) std::memcpy(data_.get() + size_, first.data(), first.size());
+  if (!second.empty()) std::memcpy(data_.get() + size_ + first.size(), second.data(), second.size());
+  size_ += static_cast<uint32_t>(bytes);
 }
 
 void PackedTexts::assign(std::string_view bytes) {
@@ -349,15 +355,16 @@ int32_t ListView::ColumnIndex(std::string_view key) const {
   return i;
 }
 
-ListRow& ListView::AddRow(std::string_view key, std::string_view text) {
-  return AddRowWithKey(SharedText(key), text);
+ListRow& ListView::AddRow(std::string_view key, std::string_view text, size_t textBytes) {
+  return AddRowWithKey(SharedText(key), text, textBytes);
 }
 
-ListRow& ListView::AddRowWithKey(SharedText key, std::string_view text) {
+ListRow& ListView::AddRowWithKey(SharedText key, std::string_view text, size_t textBytes) {
   contentWidths_.clear();
   if (!key.empty() && IsNumericText(key)) RaiseError(kErrInvalidKey);
   auto row = std::make_unique<ListRow>();
   row->key_ = std::move(key);
+  if (textBytes) row->ReserveTexts(textBytes);
   row->SetText(text);
   row->index_ = static_cast<uint32_t>(rows_.size());
   ListRow* raw = row.get();

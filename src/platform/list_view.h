@@ -93,7 +93,9 @@ class PackedTexts {
   bool empty() const { return size_ == 0; }
   const char* data() const { return data_.get(); }
   void reserve(size_t n);
-  void append(std::string_view bytes);
+  void append(std::string_view bytes) { append(bytes, {}); }
+  // Both texts, growing the buffer at most once.
+  void append(std::string_view first, std::string_view second);
   void assign(std::string_view bytes);
   void truncate(size_t size) {
     if (size < size_) size_ = static_cast<uint32_t>(size);
@@ -241,9 +243,11 @@ class ListView {
   void SetColumnSortIndicator(int32_t index, int32_t indicator, int32_t priority);
 
   // Rows.
-  ListRow& AddRow(std::string_view key, std::string_view text);
+  // textBytes: room to make for the row's texts (ListRow::ReserveTexts), so
+  // that a row whose texts follow at once is allocated once.
+  ListRow& AddRow(std::string_view key, std::string_view text, size_t textBytes = 0);
   // The same, keeping the given key text (shared with whoever else holds it).
-  ListRow& AddRowWithKey(SharedText key, std::string_view text);
+  ListRow& AddRowWithKey(SharedText key, std::string_view text, size_t textBytes = 0);
   size_t RowCount() const { return rows_.size(); }
   ListRow& Row(size_t index) { return *rows_.at(index); }
   const ListRow& Row(size_t index) const { return *rows_.at(index); }
