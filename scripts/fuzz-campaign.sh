@@ -7,13 +7,14 @@
 # (scripts/fuzz.sh) replays it under ASan + UBSan.
 #   NXFV_FUZZ_RUNS     executions per target (default 1000000)
 #   NXFV_FUZZ_NO_MERGE set to leave fuzz/corpus untouched
+#   NXFV_FUZZ_TARGETS  the targets to run (default: both)
 # Logs and the scratch corpus: build/fuzz-fast/campaign/. A finding stops
 # its target and leaves the input as build/fuzz-fast/campaign/TARGET-crash-*.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 runs="${NXFV_FUZZ_RUNS:-1000000}"
-targets=(zip_reader_fuzzer cab_reader_fuzzer)
+read -r -a targets <<<"${NXFV_FUZZ_TARGETS:-zip_reader_fuzzer cab_reader_fuzzer}"
 
 cmake --preset fuzz-fast >/dev/null
 cmake --build --preset fuzz-fast --target "${targets[@]}" archive_seed_corpus

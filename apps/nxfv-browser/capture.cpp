@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 #include <QEvent>
 #include <QPixmap>
+#include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTreeView>
 #include <cstdio>
@@ -110,8 +111,10 @@ int RunBench(const BrowserOptions& options) {
   {
     PaintProbe probe(report->viewport());
     timer.restart();
+    QScrollBar* bar = report->verticalScrollBar();
+    const bool scrolls = bar->value() < bar->maximum();  // a short listing shows its end already
     report->scrollToBottom();
-    if (!WaitForPaint(probe)) {
+    if (scrolls && !WaitForPaint(probe)) {
       std::fprintf(stderr, "nxfv-browser: the scrolled view was never painted\n");
       return 1;
     }
