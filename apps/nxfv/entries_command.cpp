@@ -3,6 +3,7 @@
 #include <charconv>
 #include <string_view>
 
+#include "nxfv/archive/archive_limits.h"
 #include "nxfv/archive/archive_reader.h"
 #include "nxfv/arguments.h"
 #include "nxfv/command_path.h"
@@ -136,6 +137,10 @@ int RunEntriesCommand(const std::vector<std::string>& args, Platform& platform, 
   reader.GetInfo();
   lines.Flush();
   out.flush();
+  // The events above are the reader's, unchanged; why a well-formed archive
+  // produced none or wrong ones is said aside, once.
+  const std::string notice = ArchiveLimitNotice(platform, path, ext);
+  if (!notice.empty()) err << "nxfv: " << archive << ": " << notice << "\n";
   return 0;
 }
 

@@ -71,6 +71,11 @@ TEST(EntriesCommandTest, ExtensionOptionChoosesTheReader) {
     EXPECT_EQ(static_cast<size_t>(std::count(r.out.begin(), r.out.end(), '\n')), c.lines) << c.args[0];
     EXPECT_EQ(!r.err.empty(), c.warns) << c.args[0] << ": " << r.err;
   }
+  // Why a well-formed archive gave no or wrong events is said aside.
+  p.SimFiles().AddFileWithContent("C:\\sfx.zip", "SFX stub!" + Zip({{"x", ""}}));
+  const CommandRun sfx = Entries(p, {"C:\\sfx.zip"});
+  EXPECT_EQ(sfx.code, 0);
+  EXPECT_NE(sfx.err.find("9 bytes of data before"), std::string::npos) << sfx.err;
 }
 
 TEST(EntriesCommandTest, UsageErrorsAndMissingArchives) {
