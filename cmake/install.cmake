@@ -1,6 +1,7 @@
 # Install rules: the libraries, the public headers under include/nxfv/, the
-# CMake package (NxFileViewer::core, NxFileViewer::linux), pkg-config files
-# and the nxfv command.
+# CMake package (NxFileViewer::core, NxFileViewer::linux, and
+# NxFileViewer::qt with the qt component), pkg-config files and the nxfv
+# command.
 include(CMakePackageConfigHelpers)
 
 set(NXFV_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/NxFileViewer)
@@ -13,6 +14,25 @@ install(TARGETS nxfv_core nxfv_linux
   INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 if(TARGET nxfv)
   install(TARGETS nxfv RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+endif()
+
+# The Qt front end is a component of its own (`cmake --install <build>
+# --component qt`): a host of the core alone, and the Debian package, stay
+# free of Qt.
+if(TARGET nxfv_qt)
+  install(TARGETS nxfv_qt
+    EXPORT NxFileViewerQtTargets
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT qt EXCLUDE_FROM_ALL
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT qt EXCLUDE_FROM_ALL
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT qt EXCLUDE_FROM_ALL
+    INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+  install(EXPORT NxFileViewerQtTargets
+    NAMESPACE NxFileViewer::
+    DESTINATION ${NXFV_CMAKE_DIR}
+    COMPONENT qt EXCLUDE_FROM_ALL)
+  if(TARGET nxfv-browser)
+    install(TARGETS nxfv-browser RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT qt EXCLUDE_FROM_ALL)
+  endif()
 endif()
 
 # The headers keep the source tree's folders, so an installed include reads

@@ -57,6 +57,20 @@ if grep -qE 'nxfv::(ViewerCore|FolderRows|SortRun|ListingGuard)' <<<"$exported";
   echo "the control's internal parts are exported" >&2; exit 1
 fi
 
+# The Qt front end, a component of its own, when the build had Qt.
+if [ -e build/pkg-shared/src/qt/libnxfv_qt.so.0 ]; then
+  step "qt component: install, build the Qt example with COMPONENTS qt, run it offscreen"
+  cmake --install build/pkg-shared --prefix "$tmp/shared" --component qt >/dev/null
+  cmake -S examples/qt-window -B "$tmp/example-qt" -G Ninja -DCMAKE_PREFIX_PATH="$tmp/shared" >/dev/null
+  cmake --build "$tmp/example-qt"
+  # Installed libraries carry no run path: their own dependencies are found
+  # the way a host finds them in a private prefix.
+  qt_libdir="$(dirname "$(find "$tmp/shared" -name 'libnxfv_qt.so.0' -print -quit)")"
+  rows="$(QT_QPA_PLATFORM=offscreen LD_LIBRARY_PATH="$qt_libdir" "$tmp/example-qt/qt-window" --count "$folder")"
+  # notes.txt, a_rather_long_name.md, sub and the go-up row
+  [ "$rows" = "4 rows" ] || { echo "the Qt example showed '$rows', not 4 rows" >&2; exit 1; }
+fi
+
 step "pkg-config"
 pc_dir="$(dirname "$(find "$tmp/static" -name nxfileviewer-linux.pc)")"
 # shellcheck disable=SC2046
