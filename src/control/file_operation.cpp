@@ -191,35 +191,47 @@ int32_t NxFileoperation::PasteFiles(const std::string& DestDir) {
 int32_t NxFileoperation::PasteAsShortcut(const std::string& DestDir) {
   bool ok = false;
   RunReported(platform_, ".PasteAsShortcut", [&] {
-    if (DestDir.empty()) RaiseError(kErrPathNotFound);
     std::vector<std::string> sources;
     bool cut = false;
     platform_.Clipboard().GetFiles(sources, cut);
-    if (sources.empty()) {
-      ShowError(platform_, kNoSources);
-      return;
-    }
-    FileSystemService& files = platform_.Files();
-    const std::string folder = AddSeparator(platform_, DestDir);
-    ok = true;
-    for (const std::string& target : sources) {
-      const std::string name = NameOf(target);
-      uint32_t attributes = 0;
-      std::string link = folder + name;
-      // A free name in the desktop's style; the link call itself refuses a
-      // name taken meanwhile, so nothing is ever replaced.
-      const bool toFolder = files.GetAttributes(target, attributes) && (attributes & kAttrDirectory);
-      for (uint32_t n = 2; files.GetAttributes(link, attributes) && n < 10000; ++n)
-        link = folder + NumberedName(name, toFolder, n);
-      if (!files.CreateLink(target, link)) {
-        platform_.MessageBox().Show("Cannot create a link to \"" + target + "\" in \"" + DestDir + "\".", kNoticeStyle,
-                                    ".PasteAsShortcut");
-        ok = false;
-      }
-    }
-    AskRefresh(false);
+    ok = MakeLinks(sources, DestDir, ".PasteAsShortcut");
   });
   return ok ? -1 : 0;
+}
+
+int32_t NxFileoperation::LinkFiles(const std::vector<std::string>& sources, const std::string& DestDir) {
+  bool ok = false;
+  RunReported(platform_, ".LinkFiles", [&] { ok = MakeLinks(sources, DestDir, ".LinkFiles"); });
+  return ok ? -1 : 0;
+}
+
+bool NxFileoperation::MakeLinks(const std::vector<std::string>& sources, const std::string& DestDir,
+                                const char* source) {
+  if (DestDir.empty()) RaiseError(kErrPathNotFound);
+  if (sources.empty()) {
+    ShowError(platform_, kNoSources);
+    return false;
+  }
+  FileSystemService& files = platform_.Files();
+  const std::string folder = AddSeparator(platform_, DestDir);
+  bool ok = true;
+  for (const std::string& target : sources) {
+    const std::string name = NameOf(target);
+    uint32_t attributes = 0;
+    std::string link = folder + name;
+    // A free name in the desktop's style; the link call itself refuses a
+    // name taken meanwhile, so nothing is ever replaced.
+    const bool toFolder = files.GetAttributes(target, attributes) && (attributes & kAttrDirectory);
+    for (uint32_t n = 2; files.GetAttributes(link, attributes) && n < 10000; ++n)
+      link = folder + NumberedName(name, toFolder, n);
+    if (!files.CreateLink(target, link)) {
+      platform_.MessageBox().Show("Cannot create a link to \"" + target + "\" in \"" + DestDir + "\".", kNoticeStyle,
+                                  source);
+      ok = false;
+    }
+  }
+  AskRefresh(false);
+  return ok;
 }
 
 Variant NxFileoperation::ExeCmd(const std::string& file, const std::string& Path, Execommands mycommand) {

@@ -109,6 +109,9 @@ class NXFV_EXPORT NxFileoperation : public Object {
   bool PublishOnClipboard(const std::vector<std::string>& sources, bool cut);
   bool Paste(const std::string& destDir);
   bool RenamePath(const std::string& source, const std::string& newName);
+  // PasteAsShortcut's links, for an explicit list of targets (files dropped
+  // with the link action): -1 when every link was made, else 0.
+  int32_t LinkFiles(const std::vector<std::string>& sources, const std::string& DestDir);
   // The full path an item's commands act on; "" for items the file
   // operations cannot touch (go-up row, archive entries, drives, virtual).
   static std::string SourcePath(const NxFileListItem& item);
@@ -122,6 +125,9 @@ class NXFV_EXPORT NxFileoperation : public Object {
   bool Cut(xFileHandle which) { return PublishOnClipboard(SelectedSources(which), true); }
   bool Delete(xFileHandle which);
   bool RenameEach(xFileHandle which);
+  // One symbolic link per source in DestDir under a free name; failures are
+  // shown in a box labelled source.
+  bool MakeLinks(const std::vector<std::string>& sources, const std::string& DestDir, const char* source);
 
   PlatformRef platformRef_;
   Platform& platform_;

@@ -355,9 +355,10 @@ void FileViewerWidgetPrivate::Drop(QDropEvent* e) {
   const std::vector<std::string> sources = DroppedPaths(e->mimeData());
   const std::string target = DropTarget(e);
   Qt::DropAction action = e->proposedAction();
-  if (action != Qt::MoveAction) action = Qt::CopyAction;  // links are made by Paste Link only
+  if (action != Qt::MoveAction && action != Qt::LinkAction) action = Qt::CopyAction;
   auto op = viewer->FileCommand();
-  const bool done = op->Run(action == Qt::MoveAction ? FO_MOVE : FO_COPY, sources, target);
+  const bool done = action == Qt::LinkAction ? op->LinkFiles(sources, target) != 0
+                                             : op->Run(action == Qt::MoveAction ? FO_MOVE : FO_COPY, sources, target);
   if (done && target == viewer->Currentfolder()) viewer->RefreshView(false);
   e->setDropAction(action);
   e->setAccepted(done);

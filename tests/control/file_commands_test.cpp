@@ -140,6 +140,10 @@ TEST_F(FileCommandsTest, ItemCommandsActOnTheOneItem) {
   uint32_t attributes = 0;
   ASSERT_TRUE(files().GetAttributes("C:\\work\\a (2).txt", attributes));
   EXPECT_EQ(attributes & kAttrReparsePoint, kAttrReparsePoint);
+  // The same links for files dropped with the link action.
+  EXPECT_EQ(op->LinkFiles({"C:\\work\\a.txt"}, "C:\\work\\docs"), -1);
+  EXPECT_TRUE(files().GetAttributes("C:\\work\\docs\\a.txt", attributes));
+  EXPECT_EQ(op->LinkFiles({}, "C:\\work\\docs"), 0);
 }
 
 TEST_F(FileCommandsTest, KeysRunTheCommandsOfTheSelection) {
