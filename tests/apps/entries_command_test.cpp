@@ -99,19 +99,6 @@ TEST(EntriesCommandTest, UsageErrorsAndMissingArchives) {
   EXPECT_NE(help.out.find("--ext EXT"), std::string::npos);
 }
 
-TEST(EntriesCommandTest, ReaderBoxesGoToThePlatformAndListingGoesOn) {
-  SimulatedPlatform p;
-  std::string zip = Zip({{"a", ""}, {"b", ""}});
-  zip[1 + 28] = '\x00';  // first name length -> 0x8000
-  zip[1 + 29] = '\x80';
-  p.SimFiles().AddFileWithContent("C:\\bad.zip", zip);
-  const CommandRun r = Entries(p, {"C:\\bad.zip"});
-  EXPECT_EQ(r.code, 0);
-  EXPECT_EQ(std::count(r.out.begin(), r.out.end(), '\n'), 2);
-  ASSERT_FALSE(p.SimBoxes().Shown().empty());
-  EXPECT_EQ(p.SimBoxes().Shown()[0].title, "NxFileViewer");
-}
-
 TEST(EntriesCommandTest, DefaultExtensionIsTheLowerCaseSuffix) {
   struct Case { const char* path; const char* ext; } cases[] = {
       {"C:\\x\\A.ZIP", "zip"}, {"/t/b.Cab", "cab"}, {"/t/.cab", "cab"}, {"/a.b/c", ""}, {"x.tar.gz", "gz"}, {"dot.", ""}};

@@ -2,7 +2,6 @@
 #include "nxfv/file_commands.h"
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <sstream>
 
@@ -12,10 +11,10 @@
 namespace nxfv::cli {
 namespace {
 
+using nxfv::testing::Exists;
 using nxfv::testing::ReadAll;
+using nxfv::testing::ScopedEnv;
 using nxfv::testing::TempDir;
-
-bool Exists(const std::string& path) { return access(path.c_str(), F_OK) == 0; }
 
 struct Cli {
   LinuxPlatform platform;
@@ -91,9 +90,7 @@ TEST(FileCommands, DeleteRenameAndTrash) {
   ASSERT_TRUE(dir.ok());
   dir.MakeDir("data");
   dir.WriteFile("-odd name", "x");
-  const char* old = getenv("XDG_DATA_HOME");
-  const std::string saved = old ? old : "";
-  setenv("XDG_DATA_HOME", (dir / "data").c_str(), 1);
+  ScopedEnv dataHome("XDG_DATA_HOME", (dir / "data").c_str());
   Cli cli;
   EXPECT_EQ(cli.Run("rename", {"--", dir / "-odd name", "caf\xe9"}), 0) << cli.err.str();
   EXPECT_EQ(ReadAll(dir / "caf\xe9"), "x");
@@ -104,10 +101,6 @@ TEST(FileCommands, DeleteRenameAndTrash) {
   EXPECT_EQ(cli.Run("delete", {"--no-confirm", dir / "data", dir / "missing"}), 1);
   EXPECT_FALSE(Exists(dir / "data"));
   EXPECT_NE(cli.err.str().find("nxfv: " + dir / "missing" + ": No such file or directory\n"), std::string::npos);
-  if (old)
-    setenv("XDG_DATA_HOME", saved.c_str(), 1);
-  else
-    unsetenv("XDG_DATA_HOME");
 }
 
 }  // namespace

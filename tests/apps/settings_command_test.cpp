@@ -1,29 +1,22 @@
 #include "nxfv/settings_command.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <cstdlib>
 #include <fstream>
 #include <sstream>
 
 #include "nxfv/list_command.h"
 #include "nxfv/platform/linux/linux_platform.h"
+#include "platform_linux/temp_dir.h"
 
 namespace nxfv::cli {
 namespace {
 
 class SettingsCommandTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    char tmpl[] = "/tmp/nxfv-settings-XXXXXX";
-    ASSERT_NE(mkdtemp(tmpl), nullptr);
-    dir = tmpl;
-    std::ofstream(dir + "/a.txt") << "a";
-    std::ofstream(dir + "/b.doc") << "b";
-  }
-  void TearDown() override { std::system(("rm -rf '" + dir + "'").c_str()); }
-  std::string dir;
+  void SetUp() override { ASSERT_TRUE(tmp.WriteFile("a.txt", "a") && tmp.WriteFile("b.doc", "b")); }
+  testing::TempDir tmp;
+  const std::string dir = tmp.path();
   LinuxPlatform platform;
   std::ostringstream out, err;
 };

@@ -1,22 +1,20 @@
 #include "nxfv/watch_command.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <cstdlib>
 #include <fstream>
 #include <sstream>
 
 #include "nxfv/list_command.h"
 #include "nxfv/platform/linux/linux_platform.h"
+#include "platform_linux/temp_dir.h"
 
 namespace nxfv::cli {
 namespace {
 
 TEST(WatchCommand, PrintsTheListingAgainAfterAChangeAsOneJsonLineEach) {
-  char tmpl[] = "/tmp/nxfv-watch-XXXXXX";
-  ASSERT_NE(mkdtemp(tmpl), nullptr);
-  const std::string dir = tmpl;
+  testing::TempDir tmp;
+  const std::string dir = tmp.path();
   LinuxPlatform platform;
   std::ostringstream out, err;
   int turns = 0;
@@ -26,7 +24,6 @@ TEST(WatchCommand, PrintsTheListingAgainAfterAChangeAsOneJsonLineEach) {
     if (turns++ == 0) std::ofstream(dir + "/new.txt") << "x";
     return out.str().find("new.txt") == std::string::npos && turns < 100;
   }, 100);
-  std::system(("rm -rf '" + dir + "'").c_str());
   EXPECT_EQ(rc, 0) << err.str();
   std::istringstream lines(out.str());
   std::string first, second;
@@ -53,6 +50,7 @@ TEST(ListCommandDrives, ListsTheRootVolume) {
   EXPECT_EQ(RunListCommand({"--drives", "--json"}, platform, out, err), 0) << err.str();
   EXPECT_NE(out.str().find("\"key\":\"/\""), std::string::npos) << out.str();
   EXPECT_NE(out.str().find("\"ListItemTyp\":3"), std::string::npos) << "a Drive item";
+  EXPECT_EQ(out.str().find("\"key\":\"/proc\""), std::string::npos) << "no system mount";
 }
 
 }  // namespace

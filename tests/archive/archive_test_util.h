@@ -8,7 +8,6 @@
 #include <filesystem>
 #include <fstream>
 #include <ostream>
-#include <random>
 #include <sstream>
 #include <string>
 #include <tuple>
@@ -84,12 +83,4 @@ inline std::string ReadHostFile(const std::string& path) {
   bytes << std::ifstream(path, std::ios::binary).rdbuf();
   return bytes.str();
 }
-// A new empty temporary folder.
-inline std::string MakeTempFolder(const std::string& prefix) {
-  const auto dir = std::filesystem::temp_directory_path() / (prefix + std::to_string(std::random_device{}()));
-  std::filesystem::remove_all(dir);
-  std::filesystem::create_directories(dir);
-  return dir.string();
-}
-
 }  // namespace nxfv::testing_archive

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "nxfv/platform/date.h"
-#include "nxfv/platform/sim/sim_services.h"
 #include "nxfv/platform/utf8.h"
 
 namespace nxfv {
@@ -47,16 +45,6 @@ TEST(ArchiveTextTest, SplitsAtLastSlashElseLastBackslash) {
     SplitArchiveName(c.stored, path, name);
     EXPECT_EQ(path + "|" + name, std::string(c.path) + "|" + c.name) << c.stored;
   }
-}
-
-TEST(ArchiveTextTest, DateValueKeepsLocalTimeAndSubstitutesInvalidDates) {
-  SimTime time;  // its time-zone offset must not show
-  EXPECT_DOUBLE_EQ(ArchiveDateValue(time, (44 << 9) | (3 << 5) | 15, (10 << 11) | (30 << 5) | 21),
-                   DateSerial(2024, 3, 15, 10, 30, 42));
-  EXPECT_DOUBLE_EQ(ArchiveDateValue(time, 0, 0), DateSerial(1980, 1, 1, 3, 0, 0));
-  EXPECT_DOUBLE_EQ(ArchiveDateValue(time, 0, 0), static_cast<double>(kInvalidDosDateMs) / 86400000.0 - 109205.0);
-  EXPECT_DOUBLE_EQ(ArchiveDateValue(time, (127 << 9) | (12 << 5) | 31, (23 << 11) | (59 << 5) | 29),
-                   DateSerial(2107, 12, 31, 23, 59, 58));
 }
 
 }  // namespace

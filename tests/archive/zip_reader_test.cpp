@@ -1,12 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
 
 #include "archive_test_util.h"
 #include "nxfv/platform/date.h"
 #include "nxfv/platform/error_state.h"
 #include "nxfv/platform/linux/linux_platform.h"
+#include "platform_linux/temp_dir.h"
 
 namespace nxfv {
 namespace {
@@ -177,7 +177,8 @@ TEST(ArchiverToolTest, ReadsArchivesOfTheRealTools) {
   };
   for (const Case& c : cases) {
     if (!HaveTool(c.tool)) continue;
-    const std::string dir = MakeTempFolder("nxfv_tool_test_");
+    testing::TempDir tmp;
+    const std::string& dir = tmp.path();
     ASSERT_TRUE(RunTool("cd '" + dir + "' && mkdir sub && printf hello >a.txt && head -c 1000 /dev/zero >'sub/Grüße.txt' &&"
                         " touch -d '2021-06-01 12:34:56' a.txt sub 'sub/Grüße.txt' && " + c.write));
     const std::string path = dir + "/t." + c.ext;
@@ -192,7 +193,6 @@ TEST(ArchiverToolTest, ReadsArchivesOfTheRealTools) {
       }
       EXPECT_EQ(seen, c.entries) << c.tool;
     }
-    std::filesystem::remove_all(dir);
   }
 }
 

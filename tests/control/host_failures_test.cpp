@@ -58,12 +58,19 @@ TEST_F(HostFailuresTest, AThrowingHandlerIsReportedAndTheNextListingIsWhole) {
 
 TEST_F(HostFailuresTest, NavigationFromAHandlerDuringAListingIsIgnored) {
   viewer->setCurrentfolder("C:\\g");
+  int calls = 0;
   listener.onSetUserdata = [&](FileViewerEvents::ItemRef&, std::string&, std::string&) {
+    ++calls;
     viewer->setCurrentfolder("C:\\g");
     viewer->RefreshView(false);
     viewer->setFilePattern("*.none");
   };
+  listener.onAfterNewView = [&] {
+    EXPECT_TRUE(FileViewer::Internal::ListingBusy(*viewer));
+    FileViewer::Internal::LoadFiles(*viewer, "C:\\g", false, false, false);
+  };
   viewer->setCurrentfolder("C:\\f");
+  EXPECT_EQ(calls, 2);  // a.txt and b.txt, once each
   EXPECT_EQ(viewer->Currentfolder(), "C:\\f");
   EXPECT_EQ(Texts(), (std::vector<std::string>{"..", "a.txt", "b.txt"}));
   EXPECT_TRUE(platform->SimBoxes().Shown().empty());

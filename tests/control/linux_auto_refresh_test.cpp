@@ -1,18 +1,16 @@
-// Auto-refresh and the drives view on the Linux platform, with inotify on a
+// Auto-refresh on the Linux platform, with inotify on a
 // real temporary folder. Waiting is done by the platform's own dispatch
 // (poll on the timer and notifier descriptors), with a generous deadline.
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <chrono>
-#include <cstdlib>
 #include <set>
 
 #include "nxfv/control/auto_refresh.h"
-#include "nxfv/control/drives_view.h"
 #include "nxfv/platform/linux/event_wait.h"
 #include "nxfv/platform/linux/linux_platform.h"
+#include "platform_linux/temp_dir.h"
 #include "viewer_fixture.h"
 
 namespace nxfv::testing {
@@ -21,21 +19,10 @@ namespace {
 class LinuxAutoRefreshTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    char tmpl[] = "/tmp/nxfv-refresh-XXXXXX";
-    ASSERT_NE(mkdtemp(tmpl), nullptr);
-    dir = tmpl;
-    platform = std::make_shared<LinuxPlatform>();
-    viewer = FileViewer::Create(platform);
+    ASSERT_TRUE(tmp.ok());
     viewer->setShowGOUPFolder(false);
   }
-  void TearDown() override {
-    viewer.reset();
-    std::system(("rm -rf '" + dir + "'").c_str());
-  }
-  bool Touch(const std::string& name) {
-    const int fd = open((dir + "/" + name).c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644);
-    return fd >= 0 && close(fd) == 0;
-  }
+  bool Touch(const std::string& name) { return tmp.WriteFile(name); }
   AutoRefresh& refresher() { return FileViewer::Internal::Core(*viewer).autoRefresh; }
   // Runs the host loop until done() holds or ten seconds pass.
   template <class Done>
@@ -52,9 +39,10 @@ class LinuxAutoRefreshTest : public ::testing::Test {
     return out;
   }
 
-  std::string dir;
-  std::shared_ptr<LinuxPlatform> platform;
-  std::shared_ptr<FileViewer> viewer;
+  TempDir tmp;
+  const std::string dir = tmp.path();
+  std::shared_ptr<LinuxPlatform> platform = std::make_shared<LinuxPlatform>();
+  std::shared_ptr<FileViewer> viewer = FileViewer::Create(platform);
 };
 
 TEST_F(LinuxAutoRefreshTest, ABurstOfCreationsAndDeletionsFoldsIntoAFewRefreshes) {
@@ -81,20 +69,6 @@ TEST_F(LinuxAutoRefreshTest, LeavingAFolderStopsWatchingIt) {
   ASSERT_TRUE(Touch("sub/inside.txt"));
   ASSERT_TRUE(RunUntil([&] { return viewer->ItemCount() == 1; }));
   EXPECT_EQ(refresher().RefreshCount(), 1u);
-}
-
-TEST(LinuxDrivesView, ListsTheRootWithItsFigures) {
-  auto platform = std::make_shared<LinuxPlatform>();
-  auto viewer = FileViewer::Create(platform);
-  LoadDrives(FileViewer::Internal::Core(*viewer));
-  auto root = viewer->Items()->Item(Variant("/"));
-  ASSERT_NE(root, nullptr);
-  EXPECT_EQ(root->ListItemTyp(), typeoffitem::Drive);
-  EXPECT_EQ(root->Path(), "/");
-  EXPECT_FALSE(root->FileTyp().empty());
-  const ListView& lv = viewer->ListView1();
-  EXPECT_NE(lv.FindRow("/")->SubItem(lv.ColumnIndex("siz")), "");
-  EXPECT_EQ(viewer->Items()->Item(Variant("/proc")), nullptr);
 }
 
 }  // namespace

@@ -1,18 +1,17 @@
 // Creating folders on a real temporary folder of the Linux platform.
 #include <sys/stat.h>
 
-#include <cstdlib>
 
 #include "nxfv/platform/linux/linux_platform.h"
+#include "platform_linux/temp_dir.h"
 #include "viewer_fixture.h"
 
 namespace nxfv::testing {
 namespace {
 
 TEST(LinuxNavigation, CreateNewFolderMakesRealFoldersAndNeverReplaces) {
-  char tmpl[] = "/tmp/nxfv-newfolder-XXXXXX";
-  ASSERT_NE(mkdtemp(tmpl), nullptr);
-  const std::string dir = tmpl;
+  TempDir tmp;
+  const std::string dir = tmp.path();
   auto platform = std::make_shared<LinuxPlatform>();
   std::vector<std::string> boxes;
   platform->MessageBoxHandler().SetHandler([&](const std::string& text, int32_t, const std::string& title) {
@@ -31,7 +30,6 @@ TEST(LinuxNavigation, CreateNewFolderMakesRealFoldersAndNeverReplaces) {
   EXPECT_FALSE(viewer->CreateNewFolder("New Folder"));
   EXPECT_EQ(boxes, (std::vector<std::string>{".CreateNewFolder: Error: 58. File already exists"}));
   EXPECT_FALSE(platform->Files().CreateFolder(dir + "/missing/child"));
-  std::system(("rm -rf '" + dir + "'").c_str());
 }
 
 }  // namespace

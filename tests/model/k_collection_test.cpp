@@ -1,13 +1,11 @@
 #include "nxfv/model/k_collection.h"
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
-
-#include <filesystem>
 
 #include "nxfv/platform/error_state.h"
 #include "nxfv/platform/linux/linux_platform.h"
 #include "nxfv/platform/sim/simulated_platform.h"
+#include "platform_linux/temp_dir.h"
 
 namespace nxfv {
 namespace {
@@ -95,15 +93,13 @@ TEST_F(KCollectionTest, FileFailuresAnswerFalseAndWriteNothing) {
 // On a real folder: values come back as strings without keys, and a line
 // break inside a value splits it.
 TEST(KCollectionRealFileTest, RoundTripTurnsValuesIntoStringsAndDropsKeys) {
-  std::string dir = (std::filesystem::temp_directory_path() / "nxfv-kcoll-XXXXXX").string();
-  ASSERT_NE(mkdtemp(dir.data()), nullptr);
+  testing::TempDir dir;
   auto linux = std::make_shared<LinuxPlatform>();
   kCollection out(linux), back(linux);
   out.Add(Variant(int32_t{42}), Variant("n"));
   out.Add(Variant("two\r\nlines \xC3\xA4"));
-  ASSERT_TRUE(out.WriteToFile(dir + "/list.txt"));
-  ASSERT_TRUE(back.ReadFromFile(dir + "/list.txt"));
-  std::filesystem::remove_all(dir);
+  ASSERT_TRUE(out.WriteToFile(dir / "list.txt"));
+  ASSERT_TRUE(back.ReadFromFile(dir / "list.txt"));
   EXPECT_EQ(back.Item(Variant(0)), Variant("42"));
   EXPECT_TRUE(back.Item(Variant("n")).IsEmpty());
   EXPECT_EQ(Values(back), (Strings{"42", "two", "lines \xC3\xA4"}));

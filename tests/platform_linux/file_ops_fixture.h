@@ -40,6 +40,12 @@ struct RecordingHost : FileOperationHost {
   void Failed(const std::string& path, const std::string& reason) override { failed.push_back(path + ": " + reason); }
 };
 
+// Whether anything (a dangling link too) is at path.
+inline bool Exists(const std::string& path) {
+  struct stat st {};
+  return lstat(path.c_str(), &st) == 0;
+}
+
 inline uint64_t Fnv(const std::string& bytes) {
   uint64_t h = 14695981039346656037ull;
   for (const unsigned char c : bytes) h = (h ^ c) * 1099511628211ull;

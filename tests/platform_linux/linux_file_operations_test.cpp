@@ -4,7 +4,6 @@
 #include "nxfv/platform/linux/linux_file_operations.h"
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <cerrno>
 
@@ -22,11 +21,6 @@ struct RecordingBox : MessageBoxService {
     return 1;
   }
 };
-
-bool Exists(const std::string& path) {
-  struct stat st {};
-  return lstat(path.c_str(), &st) == 0;
-}
 
 class FileOpsTest : public ::testing::Test {
  protected:
@@ -189,23 +183,13 @@ TEST_F(FileOpsTest, CollisionsNeverReplaceWithoutPermission) {
   EXPECT_EQ(box.shown.size(), 2u);  // the two "no host" cases say why
 }
 
-TEST_F(FileOpsTest, CopyOntoItself) {
-  ASSERT_TRUE(dir.ok());
-  dir.WriteFile("x.txt", "x");
-  dir.MakeDir("Photos");
-  dir.WriteFile("Photos/a", "a");
+// A copy onto itself and a folder into itself are refused untouched; with
+// renaming on collision the copy takes a numbered name.
+TEST_F(FileOpsTest, CopyOntoItselfAndFolderIntoItself) {
+  ASSERT_TRUE(dir.ok() && dir.WriteFile("x.txt", "x") && dir.MakeDir("a") && dir.MakeDir("a/b"));
+  dir.WriteFile("a/f", "f");
   EXPECT_EQ(Do(FO_COPY, {dir / "x.txt"}, {dir.path()}, FOF_NOCONFIRMATION).returnCode, EINVAL);
   EXPECT_EQ(ReadAll(dir / "x.txt"), "x");
-  EXPECT_TRUE(Do(FO_COPY, {dir / "x.txt", dir / "Photos"}, {dir.path()}, FOF_RENAMEONCOLLISION | FOF_MULTIDESTFILES)
-                  .Succeeded());
-  EXPECT_EQ(ReadAll(dir / "x (2).txt"), "x");
-  EXPECT_EQ(ReadAll(dir / "Photos (2)/a"), "a");
-}
-
-TEST_F(FileOpsTest, FolderIntoItselfIsRefused) {
-  ASSERT_TRUE(dir.ok());
-  dir.MakeDir("a");
-  dir.MakeDir("a/b");
   for (uint32_t op : {FO_COPY, FO_MOVE}) {
     host.failed.clear();
     EXPECT_EQ(Do(op, {dir / "a"}, {dir / "a/b"}, FOF_NOCONFIRMATION).returnCode, EINVAL);
@@ -213,18 +197,19 @@ TEST_F(FileOpsTest, FolderIntoItselfIsRefused) {
     EXPECT_NE(host.failed[0].find("The destination folder is inside the source folder"), std::string::npos);
   }
   EXPECT_FALSE(Exists(dir / "a/b/a"));
+  EXPECT_TRUE(Do(FO_COPY, {dir / "x.txt", dir / "a"}, {dir.path()}, FOF_RENAMEONCOLLISION | FOF_MULTIDESTFILES)
+                  .Succeeded());
+  EXPECT_EQ(ReadAll(dir / "x (2).txt"), "x");
+  EXPECT_EQ(ReadAll(dir / "a (2)/f"), "f");
 }
 
 TEST_F(FileOpsTest, FoldersMergeOnceAgreed) {
   ASSERT_TRUE(dir.ok());
   for (uint32_t op : {FO_COPY, FO_MOVE}) {
     TempDir t;
-    t.MakeDir("src");
-    t.MakeDir("src/sub");
+    for (const char* d : {"src", "src/sub", "dest", "dest/src"}) t.MakeDir(d);
     t.WriteFile("src/same.txt", "new");
     t.WriteFile("src/sub/only-new", "n");
-    t.MakeDir("dest");
-    t.MakeDir("dest/src");
     t.WriteFile("dest/src/same.txt", "old");
     t.WriteFile("dest/src/only-old", "o");
     host.asked.clear();
@@ -281,22 +266,8 @@ TEST_F(FileOpsTest, DeleteNeverFollowsLinks) {
 
 class TrashTest : public FileOpsTest {
  protected:
-  void SetUp() override {
-    ASSERT_TRUE(dir.ok());
-    const char* old = getenv("XDG_DATA_HOME");
-    saved_ = old ? old : "";
-    had_ = old != nullptr;
-    dir.MakeDir("data");
-    setenv("XDG_DATA_HOME", (dir / "data").c_str(), 1);
-  }
-  void TearDown() override {
-    if (had_)
-      setenv("XDG_DATA_HOME", saved_.c_str(), 1);
-    else
-      unsetenv("XDG_DATA_HOME");
-  }
-  std::string saved_;
-  bool had_ = false;
+  void SetUp() override { ASSERT_TRUE(dir.ok() && dir.MakeDir("data")); }
+  ScopedEnv dataHome{"XDG_DATA_HOME", (dir / "data").c_str()};
 };
 
 TEST_F(TrashTest, RoundTrip) {

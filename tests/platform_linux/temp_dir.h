@@ -8,6 +8,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <ctime>
+#include <optional>
 #include <string>
 
 #include "nxfv/platform/linux/linux_file_system.h"
@@ -52,6 +54,27 @@ class TempDir {
     return 0;
   }
   std::string path_;
+};
+
+// Sets (or, given null, removes) an environment variable and puts the old
+// value back when the object goes.
+class ScopedEnv {
+ public:
+  ScopedEnv(const char* name, const char* value) : name_(name) {
+    if (const char* old = getenv(name)) old_ = old;
+    Set(value);
+  }
+  ~ScopedEnv() { Set(old_ ? old_->c_str() : nullptr); }
+  ScopedEnv(const ScopedEnv&) = delete;
+  ScopedEnv& operator=(const ScopedEnv&) = delete;
+  void Set(const char* value) const {
+    value ? setenv(name_.c_str(), value, 1) : unsetenv(name_.c_str());
+    if (name_ == "TZ") tzset();
+  }
+
+ private:
+  std::string name_;
+  std::optional<std::string> old_;
 };
 
 }  // namespace nxfv::testing

@@ -25,10 +25,18 @@ using namespace nxfv::browser;
 
 namespace {
 
-void Touch(const QString& path) {
+void Touch(const QString& path, const QByteArray& bytes = "x") {
   QFile f(path);
   QVERIFY(f.open(QIODevice::WriteOnly));
-  f.write("x");
+  f.write(bytes);
+}
+
+// Selects the named rows the way a user's clicks reach the control.
+void Select(BrowserWindow& w, const QStringList& names) {
+  auto* model = w.viewer().model();
+  for (int row = 0; row < model->rowCount(); ++row)
+    if (names.contains(model->index(row, 0).data().toString()))
+      w.viewer().selectionModel()->select(model->index(row, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
 }
 
 }  // namespace
@@ -101,15 +109,7 @@ class BrowserTest : public QObject {
     StatusSummary& summary = w.summary();
     summary.update();
     QCOMPARE(summary.text(), "4 items");
-    // Select two files the way a user's clicks reach the control.
-    auto* model = w.viewer().model();
-    QItemSelectionModel* selection = w.viewer().selectionModel();
-    int picked = 0;
-    for (int row = 0; row < model->rowCount() && picked < 2; ++row) {
-      if (model->index(row, 0).data().toString() == "..") continue;
-      selection->select(model->index(row, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
-      ++picked;
-    }
+    Select(w, {"one.txt", "two.md"});
     QTRY_COMPARE(summary.text(), "4 items, 2 selected");
     QVERIFY(w.navigation().navigate(root_ + "/a"));
     QTRY_COMPARE(summary.text(), "1 item");
@@ -164,11 +164,7 @@ class BrowserTest : public QObject {
   // control's settings and list again.
   void viewSettings() {
     // Hidden on Linux: the names a folder's .hidden file lists.
-    {
-      QFile hidden(root_ + "/.hidden");
-      QVERIFY(hidden.open(QIODevice::WriteOnly));
-      hidden.write("two.md\n");
-    }
+    Touch(root_ + "/.hidden", "two.md\n");
     BrowserWindow w(nullptr, false);
     w.start(root_);
     auto rows = [&] { w.summary().update(); return w.summary().text(); };
@@ -212,11 +208,7 @@ class BrowserTest : public QObject {
     actions.updateEnabled();
     QVERIFY(!actions.copy()->isEnabled());
     QVERIFY(actions.newFolder()->isEnabled());
-    auto* model = w.viewer().model();
-    for (int row = 0; row < model->rowCount(); ++row)
-      if (model->index(row, 0).data().toString() == "one.txt")
-        w.viewer().selectionModel()->select(model->index(row, 0),
-                                             QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    Select(w, {"one.txt"});
     actions.updateEnabled();
     QVERIFY(actions.copy()->isEnabled());
     actions.copy()->trigger();

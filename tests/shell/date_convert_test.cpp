@@ -35,12 +35,6 @@ TEST(FileTimeToDateTest, ZeroBecomes1980AndTicksKeepTheirMilliseconds) {
   EXPECT_DOUBLE_EQ(FileTimeToDate(p, UINT64_MAX - 5, true), -109205.0);
 }
 
-TEST(MakeInt64Test, WordsAreUnsigned) {
-  EXPECT_EQ(MakeInt64(0, 0xFFFFFFFFu), 4294967295ULL);  // bit 31 of the low word is no sign
-  EXPECT_EQ(MakeInt64(5, 0x80000007u), 5 * 4294967296ULL + 0x80000007u);
-  EXPECT_EQ(MakeInt64(0xFFFFFFFFu, 0xFFFFFFFFu), UINT64_MAX);
-}
-
 TEST(DosDateToDateTest, ValidWordsNoTimeZone) {
   SimulatedPlatform p;
   p.SimClock().SetOffsetMinutes(600);  // must not matter

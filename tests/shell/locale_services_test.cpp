@@ -1,10 +1,7 @@
 // The time, locale and string services of both platforms.
 #include <gtest/gtest.h>
 #include <locale.h>
-#include <stdlib.h>
-#include <time.h>
 
-#include <filesystem>
 #include <fstream>
 #include <optional>
 
@@ -13,9 +10,13 @@
 #include "nxfv/platform/linux/linux_locale_time.h"
 #include "nxfv/platform/sim/sim_services.h"
 #include "nxfv/shell/shell_folders.h"
+#include "platform_linux/temp_dir.h"
 
 namespace nxfv {
 namespace {
+
+using testing::ScopedEnv;
+using testing::TempDir;
 
 constexpr uint64_t kTicksPerMinute = 600000000ULL;
 
@@ -26,25 +27,6 @@ uint64_t FileTimeOf(int y, int m, int d, int h = 0, int mi = 0) {
   EXPECT_TRUE(CivilToFileTime(c, ft));
   return ft;
 }
-
-// Sets an environment variable for one test and puts the old value back.
-class ScopedEnv {
- public:
-  ScopedEnv(const char* name, const char* value) : name_(name) {
-    if (const char* old = getenv(name)) old_ = old;
-    if (value) setenv(name, value, 1);
-    else unsetenv(name);
-  }
-  ~ScopedEnv() {
-    if (old_) setenv(name_, old_->c_str(), 1);
-    else unsetenv(name_);
-    if (std::string(name_) == "TZ") tzset();
-  }
-
- private:
-  const char* name_;
-  std::optional<std::string> old_;
-};
 
 // Switches the process locale for one test and restores it.
 class ScopedLocale {
@@ -78,7 +60,6 @@ TEST(DosDateTimeTest, LinuxAgreesWithTheSimulation) {
 
 TEST(LinuxTimeTest, UsesTheProcessTimeZoneAtThatInstant) {
   ScopedEnv tz("TZ", "CET-1CEST,M3.5.0,M10.5.0/3");
-  tzset();
   LinuxTime t;
   uint64_t local = 0;
   const uint64_t winter = FileTimeOf(2024, 1, 15, 12);
@@ -89,11 +70,9 @@ TEST(LinuxTimeTest, UsesTheProcessTimeZoneAtThatInstant) {
   EXPECT_EQ(local, summer + 120 * kTicksPerMinute);
   {
     ScopedEnv utc("TZ", "UTC0");
-    tzset();
     ASSERT_TRUE(t.FileTimeToLocalFileTime(summer, local));
     EXPECT_EQ(local, summer);
     ScopedEnv west("TZ", "EST5");
-    tzset();
     EXPECT_FALSE(t.FileTimeToLocalFileTime(10, local));  // would fall before 1601
     EXPECT_EQ(local, 0u);
   }
@@ -142,12 +121,9 @@ TEST(LinuxResourcesTest, LibraryNamesIgnoreCaseAndUnknownOnesAnswerNothing) {
 }
 
 TEST(LinuxResourcesTest, XdgUserDirectories) {
-  namespace fsys = std::filesystem;
-  std::string dir = (fsys::temp_directory_path() / "nxfv-xdg-XXXXXX").string();
-  ASSERT_NE(mkdtemp(dir.data()), nullptr);
-  const std::string home = dir + "/home";
-  const std::string config = dir + "/config";
-  fsys::create_directories(config);
+  TempDir dir;
+  ASSERT_TRUE(dir.MakeDir("config"));
+  const std::string home = dir / "home", config = dir / "config";
   std::ofstream(config + "/user-dirs.dirs") << "# written by a test\n"
                                                "XDG_DESKTOP_DIR=\"$HOME/Schreibtisch\"\n"
                                                "  XDG_DOCUMENTS_DIR=\"/data/docs/\"\n"
@@ -172,7 +148,6 @@ TEST(LinuxResourcesTest, XdgUserDirectories) {
     const bool ok = r.SpecialFolderPath(c.csidl, path);
     EXPECT_EQ(ok ? std::optional<std::string>(path) : std::nullopt, c.path) << "csidl " << c.csidl;
   }
-  fsys::remove_all(dir);
 }
 
 }  // namespace
