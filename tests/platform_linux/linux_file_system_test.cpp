@@ -3,9 +3,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 
-#include <functional>
 #include <map>
 
 #include "nxfv/platform/linux/file_name_escape.h"
@@ -155,19 +153,6 @@ TEST_F(LinuxFileSystemTest, EnumerationStopsWhenAskedAndFailsOnWhatIsNoFolder) {
   EXPECT_TRUE(fs.GetAttributes("/", attributes));
 }
 
-// Runs check as an unprivileged user (in a child process when we are root,
-// since root ignores folder permissions); true when it returned true.
-bool AsUnprivilegedUser(const std::function<bool()>& check) {
-  if (geteuid() != 0) return check();
-  const pid_t child = fork();
-  if (child == 0) {
-    const bool dropped = setgid(65534) == 0 && setuid(65534) == 0;
-    _exit(dropped && check() ? 0 : 1);
-  }
-  int status = 0;
-  return child > 0 && waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
-}
-
 TEST_F(LinuxFileSystemTest, UnsearchableFolderStillListsNamesWithoutDetails) {
   ASSERT_TRUE(dir.MakeDir("d"));
   ASSERT_TRUE(dir.WriteFile("d/f"));
@@ -177,7 +162,7 @@ TEST_F(LinuxFileSystemTest, UnsearchableFolderStillListsNamesWithoutDetails) {
   ASSERT_EQ(chmod((dir / "d").c_str(), 0444), 0);  // readable, not searchable
   ASSERT_EQ(chmod((dir / "closed").c_str(), 0000), 0);
   const std::string d = dir / "d", closed = dir / "closed";
-  EXPECT_TRUE(AsUnprivilegedUser([&] {
+  EXPECT_TRUE(testing::AsUnprivilegedUser([&] {
     std::map<std::string, FindData> seen;
     const bool listed = fs.Enumerate(d, [&](const FindData& e) { return seen.emplace(e.name, e).second; });
     return listed && seen.size() == 2 && seen["f"].attributes == kAttrNormal && seen["f"].lastWriteTime == 0 &&
@@ -251,12 +236,14 @@ TEST_F(LinuxFileSystemTest, WhyNotReadableGivesTheSystemsReason) {
   };
   for (const Case& c : cases) EXPECT_EQ(fs.WhyNotReadable(c.path, c.asFolder), c.reason) << c.path;
 
-  if (geteuid() == 0) return;  // root reads every folder: the permission cases need another user
   ASSERT_TRUE(dir.MakeDir("locked", 0));
   ASSERT_TRUE(dir.WriteFile("secret", "x", 0));
-  EXPECT_EQ(fs.WhyNotReadable(dir / "locked", true), "permission denied");
-  EXPECT_EQ(fs.WhyNotReadable(dir / "secret", false), "permission denied");
-  EXPECT_EQ(fs.WhyNotReadable(dir / "locked/inner", true), "permission denied");
+  ASSERT_EQ(chmod(dir.path().c_str(), 0755), 0);
+  EXPECT_TRUE(testing::AsUnprivilegedUser([&] {
+    return fs.WhyNotReadable(dir / "locked", true) == "permission denied" &&
+           fs.WhyNotReadable(dir / "secret", false) == "permission denied" &&
+           fs.WhyNotReadable(dir / "locked/inner", true) == "permission denied";
+  }));
 }
 
 }  // namespace

@@ -6,9 +6,11 @@
 #include <ftw.h>
 #include <stdlib.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <ctime>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -55,6 +57,19 @@ class TempDir {
   }
   std::string path_;
 };
+
+// Runs check as an unprivileged user (in a child process when we are root,
+// since root ignores folder permissions); true when it returned true.
+inline bool AsUnprivilegedUser(const std::function<bool()>& check) {
+  if (geteuid() != 0) return check();
+  const pid_t child = fork();
+  if (child == 0) {
+    const bool dropped = setgid(65534) == 0 && setuid(65534) == 0;
+    _exit(dropped && check() ? 0 : 1);
+  }
+  int status = 0;
+  return child > 0 && waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
 
 // Sets (or, given null, removes) an environment variable and puts the old
 // value back when the object goes.
