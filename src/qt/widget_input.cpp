@@ -327,7 +327,8 @@ std::vector<std::string> DroppedPaths(const QMimeData* mime) {
 
 std::string FileViewerWidgetPrivate::DropTarget(const QDropEvent* e) const {
   auto* view = static_cast<QAbstractItemView*>(stack->currentWidget());
-  const QPoint pos = view->viewport()->mapFrom(view, e->position().toPoint());
+  // Drops reach the view from its viewport, in the viewport's coordinates.
+  const QPoint pos = e->position().toPoint();
   const int row = view->indexAt(pos).row();
   if (auto item = model->ItemOfRow(row); item && item->ListItemTyp() == typeoffitem::Folder) {
     std::string folder = model->FilePathOfRow(row);

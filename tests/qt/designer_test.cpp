@@ -72,6 +72,9 @@ class DesignerTest : public QObject {
   Q_OBJECT
 
  private slots:
+  // First: a plugin is initialised once per process, and the next test
+  // initialises it for a form editor.
+  void pluginWidgetsListAtRunTime();
   void pluginMakesDesignModeWidgets();
   void uiFileIsThePropertyBag();
   void settingsRoundTripThroughQSettings();
@@ -142,6 +145,30 @@ void DesignerTest::uiFileIsThePropertyBag() {
   // From now on a property acts at once.
   w->setPattern(QStringLiteral("*.doc"));
   QVERIFY(w->model()->RowOf("skip.doc") >= 0);
+}
+
+// A host that loads its form at run time gets the widget from the plugin,
+// out of design mode: it lists.
+void DesignerTest::pluginWidgetsListAtRunTime() {
+  QTemporaryDir dir;
+  Touch(dir.filePath("keep.txt"));
+  QByteArray xml = Form(dir.path()).toUtf8();
+  QBuffer buffer(&xml);
+  QUiLoader loader;
+  loader.clearPluginPaths();
+  loader.addPluginPath(qEnvironmentVariable("NXFV_BUILD_DIR") + QStringLiteral("/plugins/designer"));
+  QVERIFY(loader.availableWidgets().contains(QStringLiteral("nxfv::qt::FileViewerWidget")));
+  std::unique_ptr<QWidget> form(loader.load(&buffer));
+  QVERIFY2(form, qPrintable(loader.errorString()));
+  QWidget* w = form->findChild<QWidget*>(QStringLiteral("viewer"));
+  QVERIFY(w);
+  QCOMPARE(w->metaObject()->className(), "nxfv::qt::FileViewerWidget");
+  form->show();
+  QVERIFY(!w->property("designMode").toBool());
+  QCOMPARE(w->property("pattern").toString(), QStringLiteral("*.txt"));
+  auto* model = w->findChild<QAbstractItemModel*>();
+  QVERIFY(model);
+  QCOMPARE(model->rowCount(), 1);  // keep.txt; the form hides the go-up row
 }
 
 void DesignerTest::settingsRoundTripThroughQSettings() {

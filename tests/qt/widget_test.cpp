@@ -88,6 +88,7 @@ class WidgetTest : public QObject {
   void autoRefreshRunsFromTheEventLoop();
   void clipboardCarriesTheMarkAndRawNames();
   void copyAndPasteThroughTheSystemClipboard();
+  void dropsMoveOrLinkFiles();
 };
 
 void WidgetTest::headerClicksSortAndShowPriorities() {
@@ -403,6 +404,43 @@ void WidgetTest::copyAndPasteThroughTheSystemClipboard() {
   QVERIFY(w.runFileAction(FileViewerWidget::FileAction::Paste));
   QVERIFY(QFile::exists(dir.filePath("target/copy me.txt")));
   QVERIFY(QFile::exists(dir.filePath("copy me.txt")));  // a copy, not a move
+}
+
+void WidgetTest::dropsMoveOrLinkFiles() {
+  QTemporaryDir dir;
+  QVERIFY(dir.isValid());
+  QDir(dir.path()).mkpath(QStringLiteral("to/inner"));
+  for (const char* name : {"moved.txt", "linked.txt", "copied.txt"}) WriteFile(dir.filePath(name), "x");
+  FileViewerWidget w;
+  w.setCurrentFolder(dir.filePath("to"));
+  w.resize(640, 360);
+  w.show();
+  QTreeView* report = w.reportView();
+  // The user picks the action with the keys held while dropping; below the
+  // rows is the folder on view.
+  auto drop = [&](const char* name, Qt::DropAction action, Qt::KeyboardModifiers keys,
+                  QPoint at = QPoint(10, 330)) {
+    QMimeData mime;
+    mime.setUrls({QUrl::fromLocalFile(dir.filePath(QString::fromLatin1(name)))});
+    const Qt::DropActions all = Qt::CopyAction | Qt::MoveAction | Qt::LinkAction;
+    QDragEnterEvent enter(at, all, &mime, Qt::LeftButton, keys);  // a drop follows the drag's entry
+    QCoreApplication::sendEvent(report->viewport(), &enter);
+    QDropEvent e(at, all, &mime, Qt::LeftButton, keys);
+    QCoreApplication::sendEvent(report->viewport(), &e);
+    return e.isAccepted() && e.dropAction() == action;
+  };
+  QVERIFY(drop("moved.txt", Qt::MoveAction, Qt::ShiftModifier));
+  QVERIFY(!QFile::exists(dir.filePath("moved.txt")));
+  QVERIFY(QFile::exists(dir.filePath("to/moved.txt")));
+  QVERIFY(drop("linked.txt", Qt::LinkAction, Qt::ControlModifier | Qt::ShiftModifier));
+  QCOMPARE(QFile::symLinkTarget(dir.filePath("to/linked.txt")), dir.filePath("linked.txt"));
+  QVERIFY(QFile::exists(dir.filePath("linked.txt")));
+  QVERIFY(w.model()->RowOf("linked.txt") >= 0);
+  // On a folder's row: into that folder.
+  const QPoint inner = report->visualRect(w.model()->index(w.model()->RowOf("inner"), 0)).center();
+  QVERIFY(drop("copied.txt", Qt::CopyAction, {}, inner));
+  QVERIFY(QFile::exists(dir.filePath("to/inner/copied.txt")));
+  QVERIFY(QFile::exists(dir.filePath("copied.txt")));
 }
 
 QTEST_MAIN(WidgetTest)
