@@ -92,11 +92,12 @@ TEST_F(ListCommandTest, AFolderWhoseNameIsNotUtf8IsNamedAsItsEntriesAre) {
 // each command tells them and what it still prints.
 TEST_F(ListCommandTest, BothCommandsSayWhyAPathCannotBeRead) {
   ASSERT_EQ(symlink("loop", (dir + "/loop").c_str()), 0);
-  const std::string file = dir + "/b.txt";
+  const std::string file = dir + "/b.txt", tooLong = dir + "/" + std::string(300, 'n');
   // list: what exists is listed as usual (only the go-up row) before the reason.
   struct Case { std::string path; const char* reason; bool listed; } cases[] = {
       {file, "not a folder", true},
       {dir + "/loop", "too many levels of symbolic links", true},
+      {tooLong, "path too long", false},
       {dir + "/none", "no such file or folder", false},
   };
   for (const auto& c : cases) {
