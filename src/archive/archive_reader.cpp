@@ -10,13 +10,22 @@ namespace archive_detail {
 
 void StepRunner::Report(int32_t line) {
   const std::string& description = CurrentError().description;
-  if (line != textLine_ || description != textDescription_) {
-    text_ = description + "\r\n" + "in cArchive." + procedure_ + " component " + "at line " + std::to_string(line);
-    textDescription_ = description;
-    textLine_ = line;
+  const std::string* text = nullptr;
+  for (const BoxText& kept : texts_) {
+    if (kept.line == line && kept.description == description) {
+      text = &kept.text;
+      break;
+    }
+  }
+  if (!text) {
+    if (texts_.size() == kKeptTexts) texts_.erase(texts_.begin());
+    texts_.push_back({line, description,
+                      description + "\r\n" + "in cArchive." + procedure_ + " component " + "at line " +
+                          std::to_string(line)});
+    text = &texts_.back().text;
   }
   static const std::string title = kArchiveBoxTitle;
-  platform_.MessageBox().Show(text_, kMbOkOnly, title);
+  platform_.MessageBox().Show(*text, kMbOkOnly, title);
   // Going on with the next step starts from a clean error state.
   ClearError();
 }

@@ -61,11 +61,16 @@ class StepRunner {
 
   Platform& platform_;
   const char* procedure_;
-  // The last box's text and what it was built from: a damaged directory
-  // fails the same step with the same error entry after entry.
-  std::string text_;
-  std::string textDescription_;
-  int32_t textLine_ = -1;
+  // The boxes' texts and what they were built from: a damaged directory
+  // fails the same few steps with the same errors entry after entry, in
+  // turn, so the last few texts are kept, not only the last one.
+  struct BoxText {
+    int32_t line;
+    std::string description;
+    std::string text;
+  };
+  static constexpr size_t kKeptTexts = 16;
+  std::vector<BoxText> texts_;
 };
 
 // position + delta in 32 bits. Answers kErrOverflow and leaves position as
