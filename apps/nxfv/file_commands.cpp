@@ -1,5 +1,6 @@
 #include "nxfv/file_commands.h"
 
+#include <signal.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -25,6 +26,33 @@ std::string Size(uint64_t bytes) {
   return buf;
 }
 
+// Set by Ctrl+C, a hang-up or a polite kill while an operation runs: the
+// engine is then told to cancel at its next progress report, so that it
+// removes its temporary file instead of dying with it half-written.
+volatile sig_atomic_t interrupted = 0;
+void NoteInterrupt(int) { interrupted = 1; }
+
+// Catches the interrupting signals for the duration of one operation.
+class InterruptGuard {
+ public:
+  InterruptGuard() {
+    interrupted = 0;
+    struct sigaction action {};
+    action.sa_handler = NoteInterrupt;
+    sigemptyset(&action.sa_mask);
+    for (size_t i = 0; i < std::size(kSignals); ++i) sigaction(kSignals[i], &action, &previous_[i]);
+  }
+  ~InterruptGuard() {
+    for (size_t i = 0; i < std::size(kSignals); ++i) sigaction(kSignals[i], &previous_[i], nullptr);
+  }
+  InterruptGuard(const InterruptGuard&) = delete;
+  InterruptGuard& operator=(const InterruptGuard&) = delete;
+
+ private:
+  static constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP};
+  struct sigaction previous_[std::size(kSignals)] {};
+};
+
 class CommandLineHost : public FileOperationHost {
  public:
   CommandLineHost(std::ostream& err, const Terminal& terminal, bool showProgress)
@@ -32,6 +60,7 @@ class CommandLineHost : public FileOperationHost {
   ~CommandLineHost() override { EndLine(); }
 
   bool Ask(FileOperationQuestion, const std::string& text) override {
+    if (interrupted) return false;
     EndLine();
     err_ << "nxfv: " << text << " [y/N] ";
     if (!terminal_.interactive || terminal_.answers == nullptr) {
@@ -48,6 +77,7 @@ class CommandLineHost : public FileOperationHost {
   }
 
   bool Progress(const FileOperationProgress& p) override {
+    if (interrupted) return false;
     if (!showProgress_) return true;
     std::string line = Size(p.bytesDone) + " of " + Size(p.bytesTotal) + ", " + std::to_string(p.filesDone) + " of " +
                        std::to_string(p.filesTotal) + " files  ";
@@ -170,9 +200,17 @@ int RunFileCommand(const std::string& command, const std::vector<std::string>& a
   FileOperationService& service = platform.FileOperations();
   FileOperationHost* previous = service.Host();
   service.SetHost(&host);
-  const FileOperationResult result = service.Perform(request);
+  FileOperationResult result;
+  {
+    InterruptGuard guard;
+    result = service.Perform(request);
+  }
   service.SetHost(previous);
   host.EndLine();
+  if (interrupted) {
+    err << "nxfv " << command << ": interrupted; what was not finished was removed again\n";
+    return 130;
+  }
   return result.Succeeded() ? 0 : 1;
 }
 
