@@ -124,6 +124,9 @@ void ArchiveRows::FillTexts(NxFileListItem& item, const ArchiveEntry& e, const s
 
 const NxFileListItem& ArchiveRows::CommonModel(const std::string& path, const std::string& ext,
                                               const std::string& type) {
+  // Entries come folder by folder: the last kind answers most lookups
+  // without building a key.
+  if (lastModel_ && path == lastModelPath_ && ext == lastModelExt_) return *lastModel_;
   std::shared_ptr<NxFileListItem>& model = commonModels_[path + '/' + ext];
   if (!model) {
     model = NxFileListItem::Create();
@@ -132,6 +135,9 @@ const NxFileListItem& ArchiveRows::CommonModel(const std::string& path, const st
     model->setExtension(ext);
     model->setFileTyp(type);
   }
+  lastModel_ = model.get();
+  lastModelPath_ = path;
+  lastModelExt_ = ext;
   return *model;
 }
 

@@ -81,6 +81,8 @@ class ArchiveRows {
   RowTexts texts_;
   std::string typeOfNew_;  // the type name of a kind met for the first time
   std::unordered_map<std::string, std::shared_ptr<NxFileListItem>> commonModels_;
+  const NxFileListItem* lastModel_ = nullptr;
+  std::string lastModelPath_, lastModelExt_;
   LastText<Variant> date_, time_;
   LastText<SharedText> ratio_, comments_;
   // The date texts of the last time stamp: the entries an archiving tool
